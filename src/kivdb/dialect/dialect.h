@@ -1,0 +1,49 @@
+#pragma once
+// The suite's T-SQL, run on the embedded engine (translation to SQLite) and on SQL Server
+// 2005 and later (old outer joins *= and =* rewritten to ANSI joins).
+#include <QString>
+#include <optional>
+#include <stdexcept>
+#include <vector>
+
+struct sqlite3;
+
+namespace kivdb::dialect {
+
+// A statement SQL Server would reject, or one the dialect cannot run. The dialect never
+// repairs SQL: what the server refuses is refused here too.
+class SqlError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// Declared kind of a column, as the T-SQL DDL named its type.
+enum class ColumnKind { Text, Integer, Float, Money, Decimal, DateTime, Bit, Unknown };
+
+struct CatalogColumn {
+    QString name;
+    ColumnKind kind = ColumnKind::Unknown;
+};
+
+// What the translator may ask of the database: the columns of a table (temporary ones
+// included), or nothing when there is no such table. Names compare without regard to case.
+class Catalog {
+public:
+    virtual ~Catalog() = default;
+    virtual std::optional<std::vector<CatalogColumn>> tableColumns(const QString& table) const = 0;
+};
+
+// T-SQL batch -> SQLite text. Throws SqlError.
+QString translateToSqlite(const QString& tsql, const Catalog& catalog);
+
+// True when the text uses the old outer-join operators outside literals and comments.
+bool hasOldOuterJoin(const QString& tsql);
+
+// T-SQL -> T-SQL for SQL Server 2005+: only the old outer joins are rewritten to ANSI
+// joins with the same meaning; a statement without them comes back unchanged.
+QString rewriteOuterJoins(const QString& tsql, const Catalog& catalog);
+
+// Registers the runtime functions and collations the translated text relies on.
+void registerRuntime(sqlite3* db);
+
+}  // namespace kivdb::dialect

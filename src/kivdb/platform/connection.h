@@ -1,0 +1,115 @@
+#pragma once
+// The host's open connection: the embedded database (a SQLite file that runs the suite's
+// T-SQL through the dialect layer) or SQL Server through ODBC.
+//
+//   sqlite:PATH            embedded database file (UTF-8); sqlite::memory: for a private one
+//   odbc:CONNECTION-STRING  unixODBC, normally FreeTDS: Driver=FreeTDS;Server=..;Port=1433;...
+//
+// Every statement passes through the observers exactly as the library built it, before any
+// rewrite; every procedure call too. Errors are DatabaseError carrying the driver's message.
+#include <QDateTime>
+#include <QString>
+#include <QVariant>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+namespace kivdb {
+
+// Field types of a result column. Float, Currency and Bcd are the numeric fields.
+enum class FieldType { String, Integer, Float, Currency, Bcd, DateTime, Boolean };
+
+// A field value. An invalid (null) QVariant is SQL NULL; otherwise QString, qlonglong,
+// double (float, currency, BCD), QDateTime or bool, as the column's FieldType says.
+using Value = QVariant;
+
+struct Column {
+    QString name;
+    FieldType type = FieldType::String;
+};
+
+// A fully read result set.
+struct RowSet {
+    std::vector<Column> columns;
+    std::vector<std::vector<Value>> rows;
+
+    bool empty() const { return rows.empty(); }
+    // Index of a column by name, compared without regard to case; -1 when absent.
+    int columnIndex(const QString& name) const;
+};
+
+class DatabaseError : public std::runtime_error {
+public:
+    explicit DatabaseError(const QString& message);
+    QString message() const { return QString::fromUtf8(what()); }
+};
+
+enum class ParamDirection { Input, Output, InputOutput, ReturnValue };
+
+struct ProcedureParam {
+    QString name;  // with its '@', as the server names it
+    FieldType type = FieldType::Integer;
+    ParamDirection direction = ParamDirection::Input;
+    int size = 0;  // characters, for strings
+    Value value;
+};
+
+// A stored-procedure call with ordered parameters; after the call the output parameters
+// and the return value (a ReturnValue parameter, if declared) hold what the procedure set.
+struct ProcedureCall {
+    QString name;
+    std::vector<ProcedureParam> params;
+
+    ProcedureParam& param(const QString& name);              // throws DatabaseError if absent
+    const ProcedureParam& param(const QString& name) const;
+    ProcedureCall& add(const QString& name, FieldType type, ParamDirection dir, int size = 0,
+                       const Value& value = {});
+};
+
+struct StatementEvent {
+    enum Kind { Statement, Procedure } kind;
+    QString text;  // the statement as built, or the procedure's name
+    const ProcedureCall* call = nullptr;  // for Procedure events
+};
+using StatementObserver = std::function<void(const StatementEvent&)>;
+
+enum class Backend { Embedded, Odbc };
+
+class Connection {
+public:
+    // Opens a connection from its URL (see above). Throws DatabaseError.
+    static std::unique_ptr<Connection> open(const QString& url);
+    virtual ~Connection();
+
+    // A statement that returns rows. An empty text raises, as the data layer does.
+    RowSet query(const QString& sql);
+    // A statement that returns none; answers the number of rows affected (-1 if unknown).
+    qint64 execute(const QString& sql);
+    // A stored procedure with ordered parameters.
+    void call(ProcedureCall& call);
+
+    virtual void begin() = 0;
+    virtual void commit() = 0;
+    virtual void rollback() = 0;
+    virtual bool inTransaction() const = 0;
+
+    virtual Backend backend() const = 0;
+
+    // Observers see statements and procedure calls in order. Returns an id for removal.
+    int addObserver(StatementObserver observer);
+    void removeObserver(int id);
+
+protected:
+    Connection() = default;
+    virtual RowSet runQuery(const QString& sql) = 0;
+    virtual qint64 runExecute(const QString& sql) = 0;
+    virtual void runProcedure(ProcedureCall& call) = 0;
+
+private:
+    void notify(const StatementEvent& event);
+    std::vector<std::pair<int, StatementObserver>> observers_;
+    int nextObserverId_ = 1;
+};
+
+}  // namespace kivdb
