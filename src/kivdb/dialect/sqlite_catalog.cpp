@@ -1,0 +1,51 @@
+#include "dialect/sqlite_catalog.h"
+
+#include <sqlite3.h>
+
+namespace kivdb::dialect {
+
+ColumnKind columnKindFromDeclType(const QString& declType) {
+    const QString t = declType.trimmed().toLower();
+    auto startsWithAny = [&](std::initializer_list<const char*> prefixes) {
+        for (const char* p : prefixes)
+            if (t.startsWith(QLatin1String(p))) return true;
+        return false;
+    };
+    if (t.isEmpty()) return ColumnKind::Unknown;
+    if (startsWithAny({"money", "smallmoney"})) return ColumnKind::Money;
+    if (startsWithAny({"decimal", "numeric"})) return ColumnKind::Decimal;
+    if (startsWithAny({"float", "real", "double"})) return ColumnKind::Float;
+    if (startsWithAny({"datetime", "smalldatetime", "date"})) return ColumnKind::DateTime;
+    if (startsWithAny({"bit"})) return ColumnKind::Bit;
+    if (startsWithAny({"int", "smallint", "tinyint", "bigint", "integer"})) return ColumnKind::Integer;
+    if (startsWithAny({"varchar", "nvarchar", "char", "nchar", "text", "ntext", "sysname"}))
+        return ColumnKind::Text;
+    return ColumnKind::Unknown;
+}
+
+std::optional<std::vector<CatalogColumn>> SqliteCatalog::tableColumns(const QString& table) const {
+    const QString key = table.toLower();
+    if (auto it = cache_.constFind(key); it != cache_.constEnd()) return *it;
+
+    std::optional<std::vector<CatalogColumn>> result;
+    sqlite3_stmt* stmt = nullptr;
+    // table_xinfo searches temp first, then main, as unqualified names resolve.
+    if (sqlite3_prepare_v2(db_, "select name, type from pragma_table_xinfo(?1)", -1, &stmt, nullptr) ==
+        SQLITE_OK) {
+        const QByteArray name = table.toUtf8();
+        sqlite3_bind_text(stmt, 1, name.constData(), int(name.size()), SQLITE_TRANSIENT);
+        std::vector<CatalogColumn> columns;
+        while (sqlite3_step(stmt) == SQLITE_ROW) {
+            auto text = [&](int i) {
+                return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, i)));
+            };
+            columns.push_back({text(0), columnKindFromDeclType(text(1))});
+        }
+        if (!columns.empty()) result = std::move(columns);
+    }
+    sqlite3_finalize(stmt);
+    cache_.insert(key, result);
+    return result;
+}
+
+}  // namespace kivdb::dialect

@@ -1,0 +1,34 @@
+#pragma once
+// The catalog of an embedded database, read from SQLite's own table information.
+//
+// Declared types: the DDL translator writes each T-SQL type as a SQLite type name that
+// keeps the T-SQL name readable and picks the storage affinity the suite needs:
+//   varchar(n), nvarchar(n), char(n), text ...  as written      TEXT affinity
+//   int, smallint, tinyint, bigint              as written      INTEGER affinity
+//   bit                                         bit             NUMERIC (0/1)
+//   float, real                                 as written      REAL
+//   money, smallmoney                           money_real ...  REAL
+//   decimal(p,s), numeric(p,s)                  decimal_real(p,s) ...  REAL
+//   datetime, smalldatetime                     datetime_text ...      TEXT (dates are text)
+// columnKindFromDeclType reads both spellings (the T-SQL one and the translated one).
+#include "dialect/dialect.h"
+
+#include <QHash>
+
+namespace kivdb::dialect {
+
+ColumnKind columnKindFromDeclType(const QString& declType);
+
+class SqliteCatalog : public Catalog {
+public:
+    explicit SqliteCatalog(sqlite3* db) : db_(db) {}
+    std::optional<std::vector<CatalogColumn>> tableColumns(const QString& table) const override;
+    // Forget what was read; call after the schema changed.
+    void invalidate() { cache_.clear(); }
+
+private:
+    sqlite3* db_;
+    mutable QHash<QString, std::optional<std::vector<CatalogColumn>>> cache_;
+};
+
+}  // namespace kivdb::dialect
