@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -40,7 +41,8 @@ inline void click(QWidget* target) {
 }
 
 // Runs `act` on the modal window as soon as one is shown. If none appears within about two
-// seconds, or `act` leaves it open, every modal window is closed so the test cannot hang.
+// seconds the timer gives up; if `act` leaves the window open, it is closed so the test
+// cannot hang.
 inline void whenModal(std::function<void(QWidget*)> act) {
     auto* timer = new QTimer;
     auto tries = std::make_shared<int>(0);
@@ -50,8 +52,8 @@ inline void whenModal(std::function<void(QWidget*)> act) {
             act(modal);
             timer->stop();
             timer->deleteLater();
-            QTimer::singleShot(0, [] {
-                if (QWidget* left = QApplication::activeModalWidget()) left->close();
+            QTimer::singleShot(0, [handled = QPointer<QWidget>(modal)] {
+                if (handled && handled->isVisible()) handled->close();
             });
         } else if (++*tries > 200) {
             timer->deleteLater();
