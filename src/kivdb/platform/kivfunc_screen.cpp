@@ -17,21 +17,18 @@ struct RegistryEntry {
 };
 
 RegistryEntry registryEntry(const QString& keyPath, const QString& valueName, RegistryRoot root) {
+    // Callers write key paths the registry's way, with "\"; stray separators at the ends are
+    // ignored as the registry ignores them.
+    QStringList keys = QString(keyPath).replace(QLatin1Char('/'), QLatin1Char('\\')).split(QLatin1Char('\\'), Qt::SkipEmptyParts);
 #ifdef Q_OS_WIN
-    QString hive = root == RegistryRoot::LocalMachine ? QStringLiteral("HKEY_LOCAL_MACHINE\\")
-                                                      : QStringLiteral("HKEY_CURRENT_USER\\");
-    return {std::make_unique<QSettings>(hive + keyPath, QSettings::Registry32Format), valueName};
+    keys.prepend(root == RegistryRoot::LocalMachine ? QStringLiteral("HKEY_LOCAL_MACHINE") : QStringLiteral("HKEY_CURRENT_USER"));
+    return {std::make_unique<QSettings>(keys.join(QLatin1Char('\\')), QSettings::Registry32Format), valueName};
 #else
-    // The registry ignores case; an INI file does not, so both sides are folded to lower case.
-    // "\" separates keys in the registry, "/" separates groups in QSettings.
-    QString path = keyPath.toLower();
-    path.replace(QLatin1Char('\\'), QLatin1Char('/'));
-    QStringList parts = path.split(QLatin1Char('/'), Qt::SkipEmptyParts);
-    parts << valueName.toLower();
+    // The registry ignores case and an INI file does not, so both sides fold to lower case.
+    keys << valueName;
     auto scope = root == RegistryRoot::LocalMachine ? QSettings::SystemScope : QSettings::UserScope;
-    return {std::make_unique<QSettings>(QSettings::IniFormat, scope, QStringLiteral("kivsuite"),
-                                        QStringLiteral("registry")),
-            parts.join(QLatin1Char('/'))};
+    return {std::make_unique<QSettings>(QSettings::IniFormat, scope, QStringLiteral("kivsuite"), QStringLiteral("registry")),
+            keys.join(QLatin1Char('/')).toLower()};
 #endif
 }
 

@@ -12,19 +12,16 @@
 namespace kivdb::kivfunc {
 namespace {
 
-TEST(KivfuncRegistry, ReadsWhatWasWrittenUnderEitherRoot) {
+TEST(KivfuncRegistry, ReadsWhatWasWrittenUnderEitherRootWhateverTheCase) {
     QTemporaryDir home;
-    ASSERT_TRUE(home.isValid());
-    for (auto scope : {QSettings::UserScope, QSettings::SystemScope})
-        QSettings::setPath(QSettings::IniFormat, scope, home.filePath(scope == QSettings::UserScope ? "user" : "system"));
-
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, home.filePath("user"));
+    QSettings::setPath(QSettings::IniFormat, QSettings::SystemScope, home.filePath("system"));
     const QString key = "software\\Taluvex\\ProgList\\ERP01\\UserSet";
     WriteRegistry(key, "MainWindowsHand", "132456");
     WriteRegistry(key, "MainWindowsHand", "7", RegistryRoot::CurrentUser);
     const std::tuple<QString, QString, RegistryRoot, QString> cases[] = {
         {key, "MainWindowsHand", RegistryRoot::LocalMachine, "132456"},
-        {"SOFTWARE\\taluvex\\PROGLIST\\erp01\\usERSet\\", "mainwindowshand", RegistryRoot::LocalMachine, "132456"},
-        {"\\software\\Taluvex\\ProgList\\ERP01\\UserSet", "MainWindowsHand", RegistryRoot::LocalMachine, "132456"},
+        {"\\SOFTWARE\\taluvex\\PROGLIST\\erp01\\usERSet\\", "mainwindowshand", RegistryRoot::LocalMachine, "132456"},
         {key, "MainWindowsHand", RegistryRoot::CurrentUser, "7"},
         {"software\\Taluvex\\ProgList\\ERP02\\UserSet", "MainWindowsHand", RegistryRoot::LocalMachine, ""},
         {key, "NoSuchValue", RegistryRoot::LocalMachine, ""},
@@ -33,24 +30,24 @@ TEST(KivfuncRegistry, ReadsWhatWasWrittenUnderEitherRoot) {
         EXPECT_EQ(ReadRegistry(path, name, root), expected) << path.toStdString() << " " << name.toStdString();
 }
 
-TEST(KivfuncForms, CentredOverTheOwnerOrTheScreen) {
+TEST(KivfuncForms, CentredOverTheOwnerOrTheScreenAndKeptOnIt) {
     if (!testing_gui::guiApplication()) GTEST_SKIP() << "a non-GUI application already exists";
     QWidget owner;
     owner.setGeometry(100, 80, 600, 400);
     owner.show();
     const QRect area = owner.screen()->availableGeometry();
-    const struct { const char* name; bool owned; QSize size; QPoint expectedTopLeft; } cases[] = {
-        {"over the owner", true, {200, 100}, owner.frameGeometry().center() - QPoint(99, 49)},
-        {"over the screen", false, {200, 100}, area.center() - QPoint(99, 49)},
-        {"kept on the screen", true, {area.width() + 50, 100}, {area.left(), owner.frameGeometry().center().y() - 49}},
+    const QPoint half(99, 49);  // a 200 x 100 frame's centre lies 99, 49 from its corner
+    const std::tuple<bool, QSize, QPoint> cases[] = {
+        {true, {200, 100}, owner.frameGeometry().center() - half},
+        {false, {200, 100}, area.center() - half},
+        {true, {area.width() + 50, 100}, {area.left(), owner.frameGeometry().center().y() - 49}},
     };
-    for (const auto& c : cases) {
-        QDialog form(c.owned ? &owner : nullptr);
-        form.resize(c.size);
+    for (const auto& [owned, size, topLeft] : cases) {
+        QDialog form(owned ? &owner : nullptr);
+        form.resize(size);
         SetFormPOsition(&form);
-        EXPECT_EQ(form.frameGeometry().topLeft(), c.expectedTopLeft) << c.name;
+        EXPECT_EQ(form.frameGeometry().topLeft(), topLeft);
     }
-    SetFormPOsition(nullptr);
 }
 
 TEST(KivfuncForms, SysScreenGivesTheSuiteFaceAndFitsTheScreen) {
@@ -58,12 +55,11 @@ TEST(KivfuncForms, SysScreenGivesTheSuiteFaceAndFitsTheScreen) {
     QDialog form;
     form.resize(5000, 300);
     SetSysScreen(&form);
-    const QSize room = form.screen()->availableGeometry().size();
-    EXPECT_EQ(form.size(), QSize(room.width(), 300));
+    EXPECT_EQ(form.size(), QSize(form.screen()->availableGeometry().width(), 300));
     EXPECT_EQ(form.font().pointSize(), 9);
     EXPECT_EQ(form.font().families().value(0), "宋体");
+    // Where 宋体 is missing, the installed Ming face draws the Chinese text.
     EXPECT_TRUE(QFontInfo(form.font()).family().startsWith("AR PL UMing")) << QFontInfo(form.font()).family().toStdString();
-    SetSysScreen(nullptr);
 }
 
 }  // namespace
