@@ -28,16 +28,20 @@ TEST(KivfuncStringList, PiecesCountsAndIndexes) {
 
 TEST(KivfuncMessages, GoThroughTheCurrentSinkInOrder) {
     RecordingMessageSink recorder;
-    ScopedMessageSink guard(&recorder);
-    recorder.scriptAnswers({true, false});
-    ShowMsgHint("本用户无该项权限");
-    EXPECT_TRUE(Confirm("是否确认退出？"));
-    ShowMsgWarn("物料编号A1的发料数");
-    EXPECT_FALSE(Confirm("单据已过了修改期限"));
-    ShowMsgError("删除数据表Po_Recv出错");
-    EXPECT_FALSE(Confirm("再问一次"));  // past the script: no
-    EXPECT_EQ(recorder.transcript(), (QStringList{"MSG hint: 本用户无该项权限", "CONFIRM: 是否确认退出？", "MSG warn: 物料编号A1的发料数",
-                                                  "CONFIRM: 单据已过了修改期限", "MSG error: 删除数据表Po_Recv出错", "CONFIRM: 再问一次"}));
+    MessageSink* before = &messageSink();
+    {
+        ScopedMessageSink guard(&recorder);
+        recorder.scriptAnswers({true, false});
+        ShowMsgHint("本用户无该项权限");
+        EXPECT_TRUE(Confirm("是否确认退出？"));
+        ShowMsgWarn("物料编号A1的发料数");
+        EXPECT_FALSE(Confirm("单据已过了修改期限"));
+        ShowMsgError("删除数据表Po_Recv出错");
+        EXPECT_FALSE(Confirm("再问一次"));  // past the script: no
+        EXPECT_EQ(recorder.transcript(), (QStringList{"MSG hint: 本用户无该项权限", "CONFIRM: 是否确认退出？", "MSG warn: 物料编号A1的发料数",
+                                                      "CONFIRM: 单据已过了修改期限", "MSG error: 删除数据表Po_Recv出错", "CONFIRM: 再问一次"}));
+    }
+    EXPECT_EQ(&messageSink(), before);
 }
 
 // What matters about the literals is what the database makes of them in a statement.

@@ -28,22 +28,6 @@ TEST(MessageSink, ConsoleWritesOneLinePerMessageAndAnswersAsPreset) {
     }
 }
 
-TEST(MessageSink, GuardsNestAndRestore) {
-    RecordingMessageSink outer, inner;
-    MessageSink* before = &messageSink();
-    {
-        ScopedMessageSink outerGuard(&outer);
-        {
-            ScopedMessageSink innerGuard(&inner);
-            messageSink().show(MessageKind::Warn, "inner");
-        }
-        messageSink().show(MessageKind::Error, "outer");
-    }
-    EXPECT_EQ(&messageSink(), before);
-    EXPECT_EQ(inner.messages(), (std::vector<RecordedMessage>{{MessageKind::Warn, "inner"}}));
-    EXPECT_EQ(outer.texts(), QStringList{"outer"});
-}
-
 TEST(MessageSink, WidgetBoxesShowChineseCaptionsAndAnswerYesOnlyForYes) {
     if (!testing_gui::guiApplication()) GTEST_SKIP() << "a non-GUI application already exists";
     using Box = QMessageBox;

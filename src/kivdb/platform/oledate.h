@@ -22,7 +22,8 @@ public:
 inline constexpr double kNoDate = 0.0;
 
 // Wall-clock fields are taken as they are; the time zone of the value plays no part.
-// A null or invalid QDateTime/QDate is "no date" (0); times round to the millisecond.
+// A null or invalid QDateTime/QDate is "no date" (0); a date outside the valid range throws
+// DateConversionError.
 double toOleDate(const QDateTime& dateTime);
 double toOleDate(const QDate& date);
 
