@@ -84,9 +84,9 @@ create table Po_RecvDtl (
   ToLoc varchar(20) null,
   BatchNo varchar(30) null,
   LotNo varchar(30) null,
+  EffectDate datetime null,
   slsize float null,
   Factor float null,
-  EffectDate datetime null,
   PoNo varchar(20) null,
   constraint PK_Po_RecvDtl primary key (RefNo, LineId)
 )
@@ -127,6 +127,7 @@ create table Po_RtnDtl (
   FromLoc varchar(20) null,
   BatchNo varchar(30) null,
   LotNo varchar(30) null,
+  EffectDate datetime null,
   slsize float null,
   Factor float null,
   PoNo varchar(20) null,
@@ -146,6 +147,8 @@ create table Po_StkIn (
   VendNo varchar(20) null,
   Buyer varchar(20) null,
   Dealer varchar(20) null,
+  Currency varchar(10) null,
+  ExRate float null,
   SlAmt money null default 0,
   IqcFinFlag bit null default 0,
   constraint PK_Po_StkIn primary key (RefNo)
@@ -170,9 +173,9 @@ create table Po_StkInDtl (
   ToLoc varchar(20) null,
   BatchNo varchar(30) null,
   LotNo varchar(30) null,
+  EffectDate datetime null,
   slsize float null,
   Factor float null,
-  EffectDate datetime null,
   constraint PK_Po_StkInDtl primary key (RefNo, LineId)
 )
 go
@@ -190,6 +193,8 @@ create table Po_StkRtn (
   Remark nvarchar(200) null,
   VendNo varchar(20) null,
   Dealer varchar(20) null,
+  Currency varchar(10) null,
+  ExRate float null,
   SlAmt money null default 0,
   constraint PK_Po_StkRtn primary key (RefNo)
 )
@@ -209,6 +214,7 @@ create table Po_StkRtnDtl (
   FromLoc varchar(20) null,
   BatchNo varchar(30) null,
   LotNo varchar(30) null,
+  EffectDate datetime null,
   slsize float null,
   Factor float null,
   constraint PK_Po_StkRtnDtl primary key (RefNo, LineId)

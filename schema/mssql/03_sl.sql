@@ -80,6 +80,7 @@ create table sl_ShipDtl (
   FromLoc varchar(20) null,
   BatchNo varchar(30) null,
   LotNo varchar(30) null,
+  EffectDate datetime null,
   slsize float null,
   Factor float null,
   Slordno varchar(20) null,
@@ -122,6 +123,7 @@ create table sl_RtnDtl (
   ToLoc varchar(20) null,
   BatchNo varchar(30) null,
   LotNo varchar(30) null,
+  EffectDate datetime null,
   slsize float null,
   Factor float null,
   Slordno varchar(20) null,
@@ -164,6 +166,7 @@ create table sl_ComSumDtl (
   FromLoc varchar(20) null,
   BatchNo varchar(30) null,
   LotNo varchar(30) null,
+  EffectDate datetime null,
   slsize float null,
   Factor float null,
   Slordno varchar(20) null,
@@ -181,6 +184,8 @@ create table sl_Out (
   AcctVouchNo int null default 0,
   Remark nvarchar(200) null,
   CustNo varchar(20) null,
+  Currency varchar(10) null,
+  ExRate float null,
   constraint PK_sl_Out primary key (RefNo)
 )
 go
@@ -198,6 +203,7 @@ create table sl_OutDtl (
   FromLoc varchar(20) null,
   BatchNo varchar(30) null,
   LotNo varchar(30) null,
+  EffectDate datetime null,
   slsize float null,
   Factor float null,
   constraint PK_sl_OutDtl primary key (RefNo, LineId)
@@ -214,6 +220,8 @@ create table sl_OutRtn (
   AcctVouchNo int null default 0,
   Remark nvarchar(200) null,
   CustNo varchar(20) null,
+  Currency varchar(10) null,
+  ExRate float null,
   constraint PK_sl_OutRtn primary key (RefNo)
 )
 go
@@ -231,6 +239,7 @@ create table sl_OutRtnDtl (
   ToLoc varchar(20) null,
   BatchNo varchar(30) null,
   LotNo varchar(30) null,
+  EffectDate datetime null,
   slsize float null,
   Factor float null,
   constraint PK_sl_OutRtnDtl primary key (RefNo, LineId)

@@ -108,6 +108,7 @@ create table st_Inet (
   ToLoc varchar(20) null,
   BatchNo varchar(30) null,
   LotNo varchar(30) null,
+  EffectDate datetime null,
   slsize float null,
   Factor float null,
   constraint PK_st_Inet primary key (RefNo, LineId)

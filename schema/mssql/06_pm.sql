@@ -34,8 +34,10 @@ create table pm_FinRepDtl (
   ToLoc varchar(20) null,
   BatchNo varchar(30) null,
   LotNo varchar(30) null,
+  EffectDate datetime null,
   slsize float null,
   Factor float null,
+  PoNo varchar(20) null,
   constraint PK_pm_FinRepDtl primary key (RefNo, LineId)
 )
 go
@@ -68,6 +70,7 @@ create table pm_IssWipDtl (
   FromLoc varchar(20) null,
   BatchNo varchar(30) null,
   LotNo varchar(30) null,
+  EffectDate datetime null,
   slsize float null,
   Factor float null,
   constraint PK_pm_IssWipDtl primary key (RefNo, LineId)
@@ -104,6 +107,7 @@ create table pm_IssWipRtnDtl (
   ToLoc varchar(20) null,
   BatchNo varchar(30) null,
   LotNo varchar(30) null,
+  EffectDate datetime null,
   slsize float null,
   Factor float null,
   constraint PK_pm_IssWipRtnDtl primary key (RefNo, LineId)

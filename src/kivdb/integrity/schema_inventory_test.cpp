@@ -185,6 +185,16 @@ TEST(SchemaScripts, InventoryLinesNeedFourFields) {
     EXPECT_THROW(readInventory(dir.filePath(QStringLiteral("missing.tsv"))), SchemaError);
 }
 
+TEST(SchemaScripts, ReadmeDescribesEveryTable) {
+    QFile file(schemaDir() + QStringLiteral("/README.md"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString readme = QString::fromUtf8(file.readAll());
+    QSet<QString> missing;
+    for (const InventoryColumn& item : inventory())
+        if (!readme.contains(QLatin1Char('`') + item.table + QLatin1Char('`'))) missing.insert(item.table);
+    EXPECT_TRUE(missing.isEmpty()) << QStringList(missing.values()).join(", ").toStdString();
+}
+
 // ------------------------------------------------------------------ the suite's schema
 
 class EmbeddedSchema : public ::testing::Test {
