@@ -114,19 +114,27 @@ TEST(SchemaScripts, BatchesEndAtLinesHoldingOnlyGo) {
     for (const Case& c : cases) EXPECT_EQ(splitScriptBatches(c.script), c.batches) << c.name;
 }
 
+// A schema directory of the test's own, removed afterwards.
+class ScriptDir {
+public:
+    ScriptDir() { QDir(dir_.path()).mkpath(QStringLiteral("mssql")); }
+    QString path() const { return dir_.path(); }
+    void write(const char* name, const char* text) {
+        QFile file(dir_.path() + QStringLiteral("/mssql/") + QLatin1String(name));
+        if (!file.open(QIODevice::WriteOnly)) ADD_FAILURE() << "cannot write " << name;
+        file.write(text);
+    }
+
+private:
+    QTemporaryDir dir_;
+};
+
 TEST(SchemaScripts, OnlyNumberedScriptsAreAppliedInNameOrder) {
-    QTemporaryDir dir;
-    ASSERT_TRUE(dir.isValid());
-    QDir(dir.path()).mkpath(QStringLiteral("mssql"));
-    auto write = [&](const char* name, const char* text) {
-        QFile f(dir.path() + QStringLiteral("/mssql/") + QLatin1String(name));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(text);
-    };
+    ScriptDir dir;
     // 02 refers to what 01 creates, and procedures.sql is not SQL the embedded engine runs.
-    write("02_second.sql", "create index IX_first_a on first (a)\ngo\n");
-    write("01_first.sql", "create table first (a int not null)\ngo\n");
-    write("procedures.sql", "create procedure p as select 1\ngo\n");
+    dir.write("02_second.sql", "create index IX_first_a on first (a)\ngo\n");
+    dir.write("01_first.sql", "create table first (a int not null)\ngo\n");
+    dir.write("procedures.sql", "create procedure p as select 1\ngo\n");
 
     EXPECT_EQ(tableScripts(dir.path()).size(), 2);
     Db db = openMemoryDb();
@@ -135,16 +143,9 @@ TEST(SchemaScripts, OnlyNumberedScriptsAreAppliedInNameOrder) {
 }
 
 TEST(SchemaScripts, AFailingBatchLeavesNothingBehind) {
-    QTemporaryDir dir;
-    ASSERT_TRUE(dir.isValid());
-    QDir(dir.path()).mkpath(QStringLiteral("mssql"));
-    auto write = [&](const char* name, const char* text) {
-        QFile f(dir.path() + QStringLiteral("/mssql/") + QLatin1String(name));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(text);
-    };
-    write("01_good.sql", "create table good (a int)\ngo\n");
-    write("02_bad.sql", "create table fine (a int)\ngo\ncreate table broken (a int\ngo\n");
+    ScriptDir dir;
+    dir.write("01_good.sql", "create table good (a int)\ngo\n");
+    dir.write("02_bad.sql", "create table fine (a int)\ngo\ncreate table broken (a int\ngo\n");
 
     Db db = openMemoryDb();
     try {
