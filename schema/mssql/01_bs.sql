@@ -35,6 +35,7 @@ create table Bs_SysSet (
 )
 go
 
+-- SeqNo of the row BillId 0 is the last RefNo handed out
 create table BillCode (
   BillId int not null,
   SeqNo int null,
@@ -55,6 +56,7 @@ create table Bs_BillSet (
 )
 go
 
+-- numbering rule of a bill type, read and advanced by bs_Get_BillSeqNo (see procedures.sql)
 create table bs_billsetItem (
   BillId int not null,
   Description nvarchar(100) null,
@@ -76,6 +78,7 @@ create table bs_billcheck (
 )
 go
 
+-- a user is meant to hold one level per bill type; where he holds several, approval takes the first
 create table Bs_BillCheckUser (
   BillId int not null,
   CheckUser varchar(20) not null,
@@ -84,6 +87,8 @@ create table Bs_BillCheckUser (
 )
 go
 
+-- one row per note and level: a second approval of a level racing the first is refused by the key
+-- rather than stored twice
 create table Bs_BillCheckRec (
   BillId int not null,
   RefNo int not null,

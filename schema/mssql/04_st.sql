@@ -13,6 +13,7 @@ go
 create index IX_St_onhand_Location_PartNo on St_onhand (Location, PartNo)
 go
 
+-- the rows of St_onhand with their lot's effective date and batch date, kept by the stock postings
 create table st_OnHandAndBatchNoAndLotNo (
   PartNo varchar(30) not null,
   BatchNo varchar(30) not null,

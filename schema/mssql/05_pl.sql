@@ -27,6 +27,8 @@ go
 create index IX_pl_jbmain_RefOrderNo on pl_jbmain (RefOrderNo)
 go
 
+-- planned and issued quantities, and what is to be issued again and has been, checked by
+-- Pm_CheckWipIssQty and Pm_CheckWipAddIssQty
 create table pl_JbBom (
   RefJobNo int not null,
   LineId int not null,

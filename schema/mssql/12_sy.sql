@@ -108,6 +108,7 @@ create table s_IniField (
 )
 go
 
+-- one row per table copied by sy_BackupNote; the rows themselves are in <table>_Bak
 create table Sy_NoteBackup (
   NewRefNo int not null,
   TableName varchar(100) not null,

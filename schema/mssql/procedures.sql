@@ -22,7 +22,7 @@ as
 begin
   set nocount on
   declare @now datetime, @prefix varchar(10), @format varchar(10), @encode varchar(10),
-          @width int, @datePart varchar(8), @period varchar(8), @seq int, @digits varchar(12),
+          @width int, @datePart varchar(8), @period varchar(8), @seq int, @digits varchar(40),
           @result varchar(60), @trancount int
 
   select @ResultStr = null, @now = getdate()
@@ -32,6 +32,8 @@ begin
     from bs_billsetItem
    where BillId = @BillType
   if @@rowcount = 0 return 1
+  -- Any width over 20 makes the number too long; 21 says so without padding further.
+  if @width > 20 select @width = 21
 
   select @datePart = case @format
            when 'yyyymmdd' then convert(varchar(8), @now, 112)
