@@ -110,7 +110,7 @@ create table Bs_User (
   AuthId int null,
   OpenNoteType int null,
   OpenNoteQty int null,
-  Effect bit null default 0,
+  Effect bit null default 1,
   constraint PK_Bs_User primary key (UserId)
 )
 go
@@ -151,7 +151,7 @@ create table Bs_Employee (
   EmpId varchar(20) not null,
   EmpName nvarchar(50) null,
   DepartNo varchar(20) null,
-  Effect bit null default 0,
+  Effect bit null default 1,
   constraint PK_Bs_Employee primary key (EmpId)
 )
 go
@@ -161,7 +161,7 @@ create table Bs_Location (
   StkName nvarchar(50) null,
   DepartNo varchar(20) null,
   AllowNeg bit null default 0,
-  Effect bit null default 0,
+  Effect bit null default 1,
   constraint PK_Bs_Location primary key (StkNo)
 )
 go
@@ -183,10 +183,10 @@ create table Bs_Customer (
   SaleByTax bit null default 0,
   Credit money null default 0,
   RegAddr nvarchar(200) null,
-  CustType smallint null,
-  ObjectType smallint null,
+  CustType smallint null default 0,
+  ObjectType smallint null default 0,
   Area nvarchar(50) null,
-  flag varchar(1) null,
+  flag varchar(1) null default '',
   Sumday int null,
   Payday int null,
   ShipDays int null,
@@ -208,7 +208,7 @@ create table Bs_Vendor (
   TradeType int null,
   SaleByTax bit null default 0,
   RegAddr nvarchar(200) null,
-  flag varchar(1) null,
+  flag varchar(1) null default '',
   constraint PK_Bs_Vendor primary key (VendNo)
 )
 go
@@ -314,6 +314,7 @@ go
 create index IX_bs_PuPart_PartNo on bs_PuPart (PartNo)
 go
 
+-- FieldValue is text: lists join it to Description with +, and compared with a number it converts
 create table Bs_QueryList (
   lang int not null,
   ListType int not null,

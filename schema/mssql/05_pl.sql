@@ -5,7 +5,7 @@ create table pl_jbmain (
   RefNo int not null,
   JobNo varchar(20) null,
   BillDate datetime null,
-  flag varchar(1) null,
+  flag varchar(1) null default '',
   DepartNo varchar(20) null,
   PreparedBy varchar(20) null,
   AcctVouchNo int null default 0,

@@ -38,7 +38,7 @@ create table ac_vouchHea (
   RefNo int not null,
   VouchNo varchar(20) null,
   BillDate datetime null,
-  flag varchar(1) null,
+  flag varchar(1) null default '',
   Remark nvarchar(200) null,
   constraint PK_ac_vouchHea primary key (RefNo)
 )
