@@ -84,25 +84,33 @@ QStringList splitScriptBatches(const QString& script) {
     return batches;
 }
 
-void applySchema(sqlite3* db, const QString& schemaDir) {
+std::vector<SchemaBatch> schemaBatches(const QString& schemaDir) {
     const QStringList scripts = tableScripts(schemaDir);
     if (scripts.isEmpty())
         throw SchemaError(QStringLiteral("no table scripts under %1/mssql").arg(schemaDir).toStdString());
+    std::vector<SchemaBatch> batches;
+    for (const QString& path : scripts)
+        for (const QString& batch : splitScriptBatches(readText(path)))
+            batches.push_back({batch, QFileInfo(path).fileName() + QStringLiteral(": ") + firstLines(batch)});
+    return batches;
+}
+
+void applySchema(sqlite3* db, const QString& schemaDir) {
+    const std::vector<SchemaBatch> batches = schemaBatches(schemaDir);
     dialect::SqliteCatalog catalog(db);
     exec(db, QStringLiteral("begin"));
-    QString where;
+    const SchemaBatch* current = nullptr;
     try {
-        for (const QString& path : scripts) {
-            for (const QString& batch : splitScriptBatches(readText(path))) {
-                where = QFileInfo(path).fileName() + QStringLiteral(": ") + firstLines(batch);
-                exec(db, dialect::translateToSqlite(batch, catalog));
-                catalog.invalidate();  // the next batch may name what this one created
-            }
+        for (const SchemaBatch& batch : batches) {
+            current = &batch;
+            exec(db, dialect::translateToSqlite(batch.text, catalog));
+            catalog.invalidate();  // the next batch may name what this one created
         }
         exec(db, QStringLiteral("commit"));
     } catch (const std::exception& e) {
         sqlite3_exec(db, "rollback", nullptr, nullptr, nullptr);
-        throw SchemaError(QStringLiteral("%1: %2").arg(where, QString::fromUtf8(e.what())).toStdString());
+        const QString origin = current ? current->origin : QStringLiteral("commit");
+        throw SchemaError(QStringLiteral("%1: %2").arg(origin, QString::fromUtf8(e.what())).toStdString());
     }
 }
 

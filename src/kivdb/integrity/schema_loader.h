@@ -29,6 +29,17 @@ QStringList tableScripts(const QString& schemaDir);
 // are left out.
 QStringList splitScriptBatches(const QString& script);
 
+// One batch of a table script, with where it comes from for messages ("02_po.sql:
+// create table Po_Order (").
+struct SchemaBatch {
+    QString text;
+    QString origin;
+};
+
+// Every batch of the table scripts, in the order they run. Throws SchemaError when there
+// are no scripts or one cannot be read. For a connection that runs T-SQL itself.
+std::vector<SchemaBatch> schemaBatches(const QString& schemaDir);
+
 // Runs every table script on an embedded database whose runtime is registered. All or
 // nothing: the first failing batch rolls back the whole schema and throws SchemaError
 // naming the script and the start of the batch.
