@@ -10,6 +10,8 @@
 --   EncodeType, when the sequence starts again from 1: 'D' each day, 'M' each month,
 --     'Y' each year; anything else never.
 --   CurSeq and CurPeriod hold the last sequence handed out and the period it belongs to.
+--   A rule whose date part is coarser than its restart period repeats numbers; set them up
+--   together (yyyymm with M, yyyymmdd with D).
 -- The counter moves in one update statement, so two sessions never receive the same number.
 -- A sequence wider than SeqWidth is written in full rather than cut, to stay unique.
 -- Returns 0 with the number in @ResultStr; 1 with null for a bill type that has no rule;
