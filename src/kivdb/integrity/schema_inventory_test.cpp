@@ -70,7 +70,8 @@ QString lower(const QString& s) { return s.toLower(); }
 // Primary-key columns of a table in key order, lower-cased.
 QStringList primaryKey(sqlite3* db, const QString& table) {
     QMap<int, QString> byPosition;
-    for (const QStringList& r : rows(db, QStringLiteral("select name, pk from pragma_table_info('%1')").arg(table)))
+    for (const QStringList& r :
+         rows(db, QStringLiteral("select name, pk from pragma_table_info('%1')").arg(table)))
         if (r[1].toInt() > 0) byPosition.insert(r[1].toInt(), lower(r[0]));
     return byPosition.values();
 }
@@ -80,8 +81,10 @@ QSet<QString> leadingIndexedColumns(sqlite3* db, const QString& table) {
     QSet<QString> leading;
     const QStringList key = primaryKey(db, table);
     if (!key.isEmpty()) leading.insert(key.first());
-    for (const QStringList& index : rows(db, QStringLiteral("select name from pragma_index_list('%1')").arg(table))) {
-        const auto info = rows(db, QStringLiteral("select name from pragma_index_info('%1') where seqno = 0").arg(index[0]));
+    for (const QStringList& index :
+         rows(db, QStringLiteral("select name from pragma_index_list('%1')").arg(table))) {
+        const auto info = rows(
+            db, QStringLiteral("select name from pragma_index_info('%1') where seqno = 0").arg(index[0]));
         if (!info.empty()) leading.insert(lower(info.front()[0]));
     }
     return leading;
@@ -89,7 +92,9 @@ QSet<QString> leadingIndexedColumns(sqlite3* db, const QString& table) {
 
 QString schemaDir() { return defaultSchemaDirectory(); }
 
-std::vector<InventoryColumn> inventory() { return readInventory(schemaDir() + QStringLiteral("/inventory.tsv")); }
+std::vector<InventoryColumn> inventory() {
+    return readInventory(schemaDir() + QStringLiteral("/inventory.tsv"));
+}
 
 // ------------------------------------------------------------------ script handling
 
@@ -101,14 +106,18 @@ TEST(SchemaScripts, BatchesEndAtLinesHoldingOnlyGo) {
     };
     const std::vector<Case> cases = {
         {"one statement, no separator", "create table a (x int)", {"create table a (x int)"}},
-        {"separator in any case and with blanks", "create table a (x int)\n  GO \ncreate table b (y int)\ngo\n",
+        {"separator in any case and with blanks",
+         "create table a (x int)\n  GO \ncreate table b (y int)\ngo\n",
          {"create table a (x int)", "create table b (y int)"}},
         {"go inside a line does not separate", "select 'go' as go\ngo", {"select 'go' as go"}},
-        {"a word starting with go does not separate", "create table a (x int)\ngoto\ngo",
+        {"a word starting with go does not separate",
+         "create table a (x int)\ngoto\ngo",
          {"create table a (x int)\ngoto"}},
-        {"blank and comment-only batches are left out", "-- header\n\ngo\ncreate table a (x int)\ngo\n\ngo\n",
+        {"blank and comment-only batches are left out",
+         "-- header\n\ngo\ncreate table a (x int)\ngo\n\ngo\n",
          {"create table a (x int)"}},
-        {"comments stay with their statement", "-- parts\ncreate table a (x int)\r\ngo\r\n",
+        {"comments stay with their statement",
+         "-- parts\ncreate table a (x int)\r\ngo\r\n",
          {"-- parts\ncreate table a (x int)"}},
     };
     for (const Case& c : cases) EXPECT_EQ(splitScriptBatches(c.script), c.batches) << c.name;
@@ -152,7 +161,8 @@ TEST(SchemaScripts, AFailingBatchLeavesNothingBehind) {
         applySchema(db.get(), dir.path());
         FAIL() << "a broken script was applied";
     } catch (const SchemaError& e) {
-        EXPECT_NE(std::string(e.what()).find("02_bad.sql: create table broken"), std::string::npos) << e.what();
+        EXPECT_NE(std::string(e.what()).find("02_bad.sql: create table broken"), std::string::npos)
+            << e.what();
     }
     EXPECT_TRUE(rows(db.get(), "select name from sqlite_master").empty());
 }
@@ -165,7 +175,8 @@ TEST(SchemaScripts, InventoryLinesNeedFourFields) {
     };
     const std::vector<Case> cases = {
         {"complete", "table\tcolumn\ttype\tmodule\nBs_User\tUserId\tvarchar(20)\tBs\n", true},
-        {"blank lines are skipped", "table\tcolumn\ttype\tmodule\n\nBs_User\tUserId\tvarchar(20)\tBs\n\n", true},
+        {"blank lines are skipped", "table\tcolumn\ttype\tmodule\n\nBs_User\tUserId\tvarchar(20)\tBs\n\n",
+         true},
         {"missing module", "table\tcolumn\ttype\tmodule\nBs_User\tUserId\tvarchar(20)\n", false},
         {"empty type", "table\tcolumn\ttype\tmodule\nBs_User\tUserId\t\tBs\n", false},
         {"extra field", "table\tcolumn\ttype\tmodule\nBs_User\tUserId\tint\tBs\tx\n", false},
@@ -227,9 +238,10 @@ TEST_F(EmbeddedSchema, HoldsEveryInventoryColumnWithItsKind) {
     for (const InventoryColumn& item : inventory()) {
         const auto columns = catalog.tableColumns(item.table);
         ASSERT_TRUE(columns.has_value()) << "no table " << item.table.toStdString();
-        const auto found = std::find_if(columns->begin(), columns->end(), [&](const dialect::CatalogColumn& c) {
-            return c.name.compare(item.column, Qt::CaseInsensitive) == 0;
-        });
+        const auto found =
+            std::find_if(columns->begin(), columns->end(), [&](const dialect::CatalogColumn& c) {
+                return c.name.compare(item.column, Qt::CaseInsensitive) == 0;
+            });
         ASSERT_NE(found, columns->end()) << item.table.toStdString() << "." << item.column.toStdString();
         const ColumnKind expected = dialect::columnKindFromDeclType(item.type);
         EXPECT_NE(expected, ColumnKind::Unknown) << item.type.toStdString();
@@ -252,7 +264,8 @@ TEST_F(EmbeddedSchema, HasNothingTheInventoryLacks) {
     EXPECT_EQ(created.size(), listed.size());
     for (const QString& table : created) {
         ASSERT_TRUE(listed.contains(lower(table))) << "not in the inventory: " << table.toStdString();
-        for (const QStringList& r : rows(db(), QStringLiteral("select name from pragma_table_info('%1')").arg(table)))
+        for (const QStringList& r :
+             rows(db(), QStringLiteral("select name from pragma_table_info('%1')").arg(table)))
             EXPECT_TRUE(listed[lower(table)].contains(lower(r[0])))
                 << "not in the inventory: " << table.toStdString() << "." << r[0].toStdString();
     }
@@ -314,13 +327,13 @@ TEST_F(EmbeddedSchema, IndexesTheFrequentLookups) {
         const char* column;
     };
     const std::vector<Case> cases = {
-        {"Bs_BillCheckRec", "refno"}, {"St_onhand", "location"},     {"st_partRec", "batchno"},
-        {"Po_StkInDtl", "partno"},    {"pl_JbBom", "compno"},        {"pl_JbRout", "wcno"},
-        {"Sy_Log", "modid"},          {"Bs_Log", "modid"},           {"rp_racctRec", "custno"},
-        {"rp_PacctRec", "vendno"},    {"sl_order", "slordno"},       {"Po_Order", "pono"},
-        {"Po_Recv", "recvno"},        {"Po_StkIn", "shipno"},        {"pl_jbmain", "jobno"},
-        {"sl_ship", "noteno"},        {"T_RInvHea", "noteno"},       {"T_pInvHea", "noteno"},
-        {"St_PartSerial", "partno"},  {"pm_IssWipDtl", "refjobno"},  {"Sy_NoteBackup", "refno"},
+        {"Bs_BillCheckRec", "refno"}, {"St_onhand", "location"},    {"st_partRec", "batchno"},
+        {"Po_StkInDtl", "partno"},    {"pl_JbBom", "compno"},       {"pl_JbRout", "wcno"},
+        {"Sy_Log", "modid"},          {"Bs_Log", "modid"},          {"rp_racctRec", "custno"},
+        {"rp_PacctRec", "vendno"},    {"sl_order", "slordno"},      {"Po_Order", "pono"},
+        {"Po_Recv", "recvno"},        {"Po_StkIn", "shipno"},       {"pl_jbmain", "jobno"},
+        {"sl_ship", "noteno"},        {"T_RInvHea", "noteno"},      {"T_pInvHea", "noteno"},
+        {"St_PartSerial", "partno"},  {"pm_IssWipDtl", "refjobno"}, {"Sy_NoteBackup", "refno"},
     };
     for (const Case& c : cases)
         EXPECT_TRUE(leadingIndexedColumns(db(), c.table).contains(c.column)) << c.table << "." << c.column;
@@ -344,9 +357,10 @@ TEST_F(EmbeddedSchema, KeysRefuseDuplicatesAsTheServerCompares) {
             const QStringList key = primaryKey(db(), table);
             if (key.isEmpty()) continue;
             QStringList first, second;
-            for (const QStringList& r :
-                 rows(db(), QStringLiteral("select name, type from pragma_table_info('%1') where pk > 0 order by pk")
-                                .arg(table))) {
+            for (const QStringList& r : rows(
+                     db(),
+                     QStringLiteral("select name, type from pragma_table_info('%1') where pk > 0 order by pk")
+                         .arg(table))) {
                 if (dialect::columnKindFromDeclType(r[1]) == ColumnKind::Text) {
                     first << QStringLiteral("'Key%1'").arg(first.size());
                     second << QStringLiteral("'%1'").arg(c.vary(QStringLiteral("Key%1").arg(second.size())));
@@ -355,7 +369,8 @@ TEST_F(EmbeddedSchema, KeysRefuseDuplicatesAsTheServerCompares) {
                     second << QString::number(second.size() + 1);
                 }
             }
-            const QString insert = QStringLiteral("insert into %1 (%2) values (%3)").arg(table, key.join(','));
+            const QString insert =
+                QStringLiteral("insert into %1 (%2) values (%3)").arg(table, key.join(','));
             ASSERT_EQ(runTsql(db(), insert.arg(first.join(','))), SQLITE_OK) << table.toStdString();
             if (runTsql(db(), insert.arg(second.join(','))) != SQLITE_CONSTRAINT) accepted << table;
             runTsql(db(), QStringLiteral("delete from %1").arg(table));
@@ -382,8 +397,9 @@ QHash<QString, std::vector<Parameter>> declaredProcedures(const QStringList& bat
     static const QRegularExpression header(
         QStringLiteral("^\\s*(?:--[^\\n]*\\n\\s*)*create\\s+procedure\\s+(\\w+)(.*?)\\bas\\b"),
         QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
-    static const QRegularExpression parameter(QStringLiteral("(@\\w+)\\s+(\\w+(?:\\(\\d+(?:,\\d+)?\\))?)\\s*(output)?"),
-                                              QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression parameter(
+        QStringLiteral("(@\\w+)\\s+(\\w+(?:\\(\\d+(?:,\\d+)?\\))?)\\s*(output)?"),
+        QRegularExpression::CaseInsensitiveOption);
     QHash<QString, std::vector<Parameter>> procedures;
     for (const QString& batch : batches) {
         const auto m = header.match(batch);
@@ -445,8 +461,9 @@ TEST(ServerProcedures, NameOnlyTablesAndColumnsOfTheSchema) {
     for (const InventoryColumn& item : inventory()) columnsOf[lower(item.table)].insert(lower(item.column));
 
     // Tables named after from/join/update/into, and columns written as alias.column.
-    static const QRegularExpression tableRef(QStringLiteral("\\b(?:from|join|update|into)\\s+([A-Za-z_]\\w*)"),
-                                             QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression tableRef(
+        QStringLiteral("\\b(?:from|join|update|into)\\s+([A-Za-z_]\\w*)"),
+        QRegularExpression::CaseInsensitiveOption);
     const QSet<QString> serverCatalog = {"syscolumns", "sysobjects"};
     for (const QString& batch : procedureBatches()) {
         QString code = batch;
@@ -463,7 +480,8 @@ TEST(ServerProcedures, NameOnlyTablesAndColumnsOfTheSchema) {
         QStringList columns;
     };
     const std::vector<Case> used = {
-        {"bs_billsetItem", {"billid", "prefix", "codeformat", "encodetype", "seqwidth", "curseq", "curperiod"}},
+        {"bs_billsetItem",
+         {"billid", "prefix", "codeformat", "encodetype", "seqwidth", "curseq", "curperiod"}},
         {"Sy_NoteBackup", {"newrefno", "tablename", "itype", "refno", "rowscopied", "backupdate"}},
         {"pm_IssWipDtl", {"refno", "refjobno", "partno", "qty"}},
         {"pl_JbBom", {"refjobno", "compno", "planissqty", "issuedqty", "needaddqty", "addissqty"}},
