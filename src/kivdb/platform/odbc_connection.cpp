@@ -21,18 +21,27 @@ SQLWCHAR* wide(QString& text) { return reinterpret_cast<SQLWCHAR*>(text.data());
 QString fromWide(const SQLWCHAR* text, qsizetype length) {
     return QString::fromUtf16(reinterpret_cast<const char16_t*>(text), length);
 }
+// A name or message the driver wrote into a fixed buffer. The length it reports cannot be
+// trusted: converting for a narrow driver, unixODBC reports the narrow text's bytes, so
+// the text ends at its terminator.
+template <size_t N>
+QString fromWideBuffer(const SQLWCHAR (&buffer)[N], qsizetype reportedLength) {
+    const qsizetype limit = std::clamp<qsizetype>(reportedLength, 0, qsizetype(N) - 1);
+    const auto end = std::find(buffer, buffer + limit, SQLWCHAR(0));
+    return fromWide(buffer, end - buffer);
+}
 
 QString diagnostics(SQLSMALLINT handleType, SQLHANDLE handle) {
     QStringList messages;
     for (SQLSMALLINT record = 1;; ++record) {
         SQLWCHAR state[6];
         SQLINTEGER nativeError = 0;
-        SQLWCHAR text[2048];
+        SQLWCHAR text[2048] = {};
         SQLSMALLINT length = 0;
         const SQLRETURN rc = SQLGetDiagRecW(handleType, handle, record, state, &nativeError, text,
                                             SQLSMALLINT(std::size(text)), &length);
         if (!SQL_SUCCEEDED(rc)) break;
-        messages << fromWide(text, std::min<qsizetype>(length, std::size(text) - 1));
+        messages << fromWideBuffer(text, length);
     }
     return messages.join(QLatin1Char('\n'));
 }
@@ -140,22 +149,20 @@ Value readField(const StatementHandle& stmt, SQLUSMALLINT column, FieldType type
 RowSet readRows(const StatementHandle& stmt, SQLSMALLINT columnCount) {
     RowSet rows;
     for (SQLUSMALLINT c = 1; c <= columnCount; ++c) {
-        SQLWCHAR name[512];
+        SQLWCHAR name[512] = {};
         SQLSMALLINT nameLength = 0, sqlType = 0, digits = 0, nullable = 0;
         SQLULEN size = 0;
         stmt.check(SQLDescribeColW(stmt.get(), c, name, SQLSMALLINT(std::size(name)), &nameLength, &sqlType,
                                    &size, &digits, &nullable),
                    "SQLDescribeCol");
-        SQLWCHAR typeName[256];
+        SQLWCHAR typeName[256] = {};
         SQLSMALLINT typeNameBytes = 0;
         stmt.check(SQLColAttributeW(stmt.get(), c, SQL_DESC_TYPE_NAME, typeName, sizeof typeName,
                                     &typeNameBytes, nullptr),
                    "SQLColAttribute");
-        const QString declared = fromWide(
-            typeName, std::min<qsizetype>(typeNameBytes / qsizetype(sizeof(SQLWCHAR)), std::size(typeName) - 1));
-        rows.columns.push_back(
-            {fromWide(name, std::min<qsizetype>(nameLength, std::size(name) - 1)),
-             fieldTypeFromTypeName(declared).value_or(fieldTypeFromSqlType(sqlType))});
+        const QString declared = fromWideBuffer(typeName, typeNameBytes / qsizetype(sizeof(SQLWCHAR)));
+        rows.columns.push_back({fromWideBuffer(name, nameLength),
+                                fieldTypeFromTypeName(declared).value_or(fieldTypeFromSqlType(sqlType))});
     }
     for (;;) {
         const SQLRETURN rc = SQLFetch(stmt.get());
@@ -539,6 +546,32 @@ Value outputValue(const ProcedureParam& param, const BoundParameter& bound) {
 
 }  // namespace
 
+qint64 OdbcConnection::runBound(QString text, const std::vector<ProcedureParam*>& markers) {
+    StatementHandle stmt(dbc_);
+    stmt.check(SQLPrepareW(stmt.get(), wide(text), SQL_NTS), "SQLPrepare");
+    std::vector<BoundParameter> bound(markers.size());
+    for (size_t i = 0; i < markers.size(); ++i) bindParameter(stmt, SQLUSMALLINT(i + 1), *markers[i], bound[i]);
+    SQLRETURN rc = SQLExecute(stmt.get());
+    stmt.check(rc, "SQLExecute");
+    SQLLEN changed = -1;
+    if (rc != SQL_NO_DATA) stmt.check(SQLRowCount(stmt.get(), &changed), "SQLRowCount");
+    // The server sends output values after every result the statement produced.
+    while (rc != SQL_NO_DATA) {
+        rc = SQLMoreResults(stmt.get());
+        stmt.check(rc, "SQLMoreResults");
+    }
+    for (size_t i = 0; i < markers.size(); ++i)
+        if (markers[i]->direction != ParamDirection::Input) markers[i]->value = outputValue(*markers[i], bound[i]);
+    return changed;
+}
+
+qint64 OdbcConnection::executeBound(const QString& sql, std::vector<ProcedureParam>& params) {
+    notify({StatementEvent::Statement, sql});
+    std::vector<ProcedureParam*> markers;
+    for (auto& param : params) markers.push_back(&param);
+    return runBound(serverText(sql), markers);
+}
+
 // {? = call name(?, ...)}: the return value (where the call declares one) is the first
 // marker, the other parameters follow in their order.
 void OdbcConnection::runProcedure(ProcedureCall& call) {
@@ -555,23 +588,11 @@ void OdbcConnection::runProcedure(ProcedureCall& call) {
     const bool hasReturnValue = !markers.empty() && markers.front()->direction == ParamDirection::ReturnValue;
     QStringList arguments;
     for (size_t i = hasReturnValue ? 1 : 0; i < markers.size(); ++i) arguments << QStringLiteral("?");
-    QString text = QStringLiteral("{%1call %2%3}")
-                       .arg(hasReturnValue ? QStringLiteral("? = ") : QString(), call.name,
-                            arguments.isEmpty() ? QString() : QLatin1Char('(') + arguments.join(QLatin1Char(',')) + QLatin1Char(')'));
-
-    StatementHandle stmt(dbc_);
-    stmt.check(SQLPrepareW(stmt.get(), wide(text), SQL_NTS), "SQLPrepare");
-    std::vector<BoundParameter> bound(markers.size());
-    for (size_t i = 0; i < markers.size(); ++i) bindParameter(stmt, SQLUSMALLINT(i + 1), *markers[i], bound[i]);
-    SQLRETURN rc = SQLExecute(stmt.get());
-    stmt.check(rc, "SQLExecute");
-    // The server sends output values after every result the procedure produced.
-    while (rc != SQL_NO_DATA) {
-        rc = SQLMoreResults(stmt.get());
-        stmt.check(rc, "SQLMoreResults");
-    }
-    for (size_t i = 0; i < markers.size(); ++i)
-        if (markers[i]->direction != ParamDirection::Input) markers[i]->value = outputValue(*markers[i], bound[i]);
+    runBound(QStringLiteral("{%1call %2%3}")
+                 .arg(hasReturnValue ? QStringLiteral("? = ") : QString(), call.name,
+                      arguments.isEmpty() ? QString()
+                                          : QLatin1Char('(') + arguments.join(QLatin1Char(',')) + QLatin1Char(')')),
+             markers);
 }
 
 }  // namespace kivdb

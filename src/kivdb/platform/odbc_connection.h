@@ -36,6 +36,10 @@ public:
     QString outerJoinModeReason() const { return outerJoinModeReason_; }
     // The text the server receives for a statement as built. Throws DatabaseError.
     QString serverText(const QString& sql);
+    // One statement with '?' markers bound to the parameters in their order, as procedure
+    // calls are bound; output values are read back after it ran. Answers the rows changed
+    // (-1 if unknown). Observers see the statement. Throws DatabaseError.
+    qint64 executeBound(const QString& sql, std::vector<ProcedureParam>& params);
     // The server's tables as the ANSI rewrite sees them; read on first use.
     const dialect::Catalog& catalog();
 
@@ -58,6 +62,7 @@ private:
         qint64 changed = -1;
     };
     Outcome run(const QString& sql);
+    qint64 runBound(QString text, const std::vector<ProcedureParam*>& markers);
     void chooseOuterJoinMode(std::optional<OuterJoinMode> forced);
     void endTransaction(short completion);
     void disconnect();
