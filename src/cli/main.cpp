@@ -126,7 +126,7 @@ QString printable(const kivdb::Value& value) {
     if (!value.isValid()) return QStringLiteral("NULL");
     switch (value.typeId()) {
     case QMetaType::Bool: return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
-    case QMetaType::Double: return QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
+    case QMetaType::Double: return QString::number(value.toDouble(), 'f', QLocale::FloatingPointShortest);
     case QMetaType::QDateTime: {
         const QDateTime when = value.toDateTime();
         return when.toString(when.time().msec() ? QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")

@@ -45,7 +45,7 @@ protected:
         ASSERT_EQ(runCli({"init", "--db", db_, "--schema", emptySchema_}).exitCode, 0);
         SqliteConnection conn(db_, SqliteConnection::OpenMode::ExistingFile);
         conn.execute("create table note (code nvarchar(20), qty int, amount money_real, made datetime_text, posted bit)");
-        conn.execute("insert into note values ('甲-01', 3, 12.5, '2024-05-06 07:08:09', 1)");
+        conn.execute("insert into note values ('甲-01', 3, 1250000.5, '2024-05-06 07:08:09', 1)");
         conn.execute("insert into note values ('乙-02', null, null, null, 0)");
     }
 
@@ -106,7 +106,7 @@ TEST_F(CliTest, SqlPrintsRowsTabSeparatedWithNull) {
     };
     const Case cases[] = {
         {"select code, qty, amount, made, posted from note order by posted desc",
-         "甲-01\t3\t12.5\t2024-05-06 07:08:09\t1\n乙-02\tNULL\tNULL\tNULL\t0\n"},
+         "甲-01\t3\t1250000.5\t2024-05-06 07:08:09\t1\n乙-02\tNULL\tNULL\tNULL\t0\n"},
         {"select count(*) from note where qty > 100", "0\n"},
         {"select code from note where 1 = 0", ""},
         {"update note set qty = 4 where qty = 3", ""},

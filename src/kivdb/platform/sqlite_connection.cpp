@@ -79,7 +79,7 @@ Value asFieldType(const Value& stored, FieldType type) {
     case FieldType::String:
         if (storage == QMetaType::QByteArray) return QString::fromUtf8(stored.toByteArray());
         if (storage == QMetaType::Double)
-            return QString::number(stored.toDouble(), 'g', QLocale::FloatingPointShortest);
+            return QString::number(stored.toDouble(), 'f', QLocale::FloatingPointShortest);
         return stored.toString();
     case FieldType::Integer:
         if (storage == QMetaType::Double) {
@@ -236,14 +236,14 @@ void SqliteConnection::forgetStaleTranslations() {
 
 QString SqliteConnection::translate(const QString& tsql) {
     forgetStaleTranslations();
-    if (auto it = translations_.constFind(tsql); it != translations_.constEnd()) return *it;
+    if (const QString* cached = translations_.object(tsql)) return *cached;
     QString text;
     try {
         text = dialect::translateToSqlite(tsql, catalog_);
     } catch (const dialect::SqlError& e) {
         throw DatabaseError(QString::fromUtf8(e.what()));
     }
-    translations_.insert(tsql, text);
+    translations_.insert(tsql, new QString(text));
     return text;
 }
 

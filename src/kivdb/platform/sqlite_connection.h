@@ -4,7 +4,7 @@
 #include "dialect/sqlite_catalog.h"
 #include "platform/connection.h"
 
-#include <QHash>
+#include <QCache>
 
 struct sqlite3;
 
@@ -48,7 +48,9 @@ private:
 
     sqlite3* db_;
     dialect::SqliteCatalog catalog_;
-    QHash<QString, QString> translations_;  // T-SQL text -> SQLite text, for the current schema
+    // T-SQL text -> SQLite text, for the current schema. Bounded: statements carry their
+    // values in the text, so most are seen once.
+    QCache<QString, QString> translations_{2000};
     qint64 schemaVersions_ = -1;            // main and temp schema versions the cache was built on
 };
 
