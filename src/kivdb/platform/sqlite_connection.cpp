@@ -258,13 +258,6 @@ void SqliteConnection::runStatements(const QByteArray& text, Outcome& outcome) {
     const char* const end = next + text.size();
     bool first = true;
     bool wrapped = false;
-    auto undoText = [&] {
-        // The failure may already have ended the transaction (a full disk does).
-        if (wrapped && inTransaction()) {
-            sqlite3_exec(db_, "ROLLBACK TO kivdb_text", nullptr, nullptr, nullptr);
-            sqlite3_exec(db_, "RELEASE kivdb_text", nullptr, nullptr, nullptr);
-        }
-    };
     try {
         while (next < end) {
             PreparedStatement stmt(db_, next, end);
@@ -298,7 +291,12 @@ void SqliteConnection::runStatements(const QByteArray& text, Outcome& outcome) {
         }
         if (wrapped && inTransaction()) execControl("RELEASE kivdb_text");
     } catch (...) {
-        undoText();
+        // The failure may already have ended the transaction (a full disk does). Cleaning
+        // up must not hide the error that matters, so its own result is not checked.
+        if (wrapped && inTransaction()) {
+            sqlite3_exec(db_, "ROLLBACK TO kivdb_text", nullptr, nullptr, nullptr);
+            sqlite3_exec(db_, "RELEASE kivdb_text", nullptr, nullptr, nullptr);
+        }
         throw;
     }
 }
