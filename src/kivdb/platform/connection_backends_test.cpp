@@ -3,11 +3,9 @@
 #include "platform/connection.h"
 #include "platform/connection_testing.h"
 
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
-#include <clocale>
 
 namespace kivdb {
 namespace {
@@ -25,32 +23,17 @@ const BackendCase kBackends[] = {
 
 class ConnectionBackendTest : public ::testing::TestWithParam<BackendCase> {
 protected:
-    static void SetUpTestSuite() {
-        // The ODBC driver is a narrow-character one: unixODBC converts wide text for it
-        // through the locale's character set, which a Qt application has as UTF-8.
-        std::setlocale(LC_ALL, "C.UTF-8");
-    }
+    static void SetUpTestSuite() { useUtf8Locale(); }
 
     void SetUp() override {
-        ASSERT_TRUE(dir_.isValid());
-        path_ = dir_.filePath(QStringLiteral("erp.db"));
-        sqlite3* db = nullptr;  // the embedded backend opens existing files only
-        sqlite3_open(path_.toUtf8().constData(), &db);
-        sqlite3_close(db);
         conn_ = openAnother();
-        // Column types as the DDL translator writes them for the embedded database.
-        conn_->execute(
-            "create table note (code nvarchar(20) not null, qty int, amount money_real, price decimal_real(18,4), "
-            "rate float, made datetime_text, posted bit)");
+        conn_->execute(kNoteTable);
     }
 
-    std::unique_ptr<Connection> openAnother() {
-        return Connection::open(QLatin1String(GetParam().urlPrefix) + path_);
-    }
+    std::unique_ptr<Connection> openAnother() { return Connection::open(QLatin1String(GetParam().urlPrefix) + db_.path); }
     qlonglong noteCount(Connection& conn) { return conn.query("select count(*) from note").rows[0][0].toLongLong(); }
 
-    QTemporaryDir dir_;
-    QString path_;
+    TemporaryDatabase db_;
     std::unique_ptr<Connection> conn_;
 };
 
@@ -90,7 +73,7 @@ TEST_P(ConnectionBackendTest, ChineseTextRoundTripsInValuesNamesAndConditions) {
 
     // Read back past the connection: the file holds the text itself, not a mangled copy.
     sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open_v2(path_.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
+    ASSERT_EQ(sqlite3_open_v2(db_.path.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
     sqlite3_stmt* stmt = nullptr;
     sqlite3_prepare_v2(db, "select code from note", -1, &stmt, nullptr);
     ASSERT_EQ(sqlite3_step(stmt), SQLITE_ROW);

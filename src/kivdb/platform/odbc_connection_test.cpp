@@ -4,42 +4,30 @@
 
 #include "platform/connection_testing.h"
 
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
-#include <clocale>
 
 namespace kivdb {
 namespace {
 
 class OdbcConnectionTest : public ::testing::Test {
 protected:
-    static void SetUpTestSuite() {
-        // The driver is a narrow-character one; unixODBC converts our wide text to it
-        // through the locale's character set, which a Qt application has as UTF-8.
-        std::setlocale(LC_ALL, "C.UTF-8");
-    }
+    static void SetUpTestSuite() { useUtf8Locale(); }
 
     void SetUp() override {
-        ASSERT_TRUE(dir_.isValid());
-        path_ = dir_.filePath(QStringLiteral("erp.db"));
         conn_ = openWith(QString());
-        conn_->execute(
-            "create table note (code nvarchar(20) not null, qty int, amount money_real, price decimal_real(18,4), "
-            "rate float, made datetime_text, posted bit)");
+        conn_->execute(kNoteTable);
     }
 
     std::unique_ptr<OdbcConnection> openWith(const QString& extraOptions) {
-        auto conn = Connection::open(QStringLiteral("odbc:Driver=SQLite3;Database=%1%2").arg(path_, extraOptions));
+        auto conn = Connection::open(QStringLiteral("odbc:Driver=SQLite3;Database=%1%2").arg(db_.path, extraOptions));
         EXPECT_EQ(conn->backend(), Backend::Odbc);
         return std::unique_ptr<OdbcConnection>(static_cast<OdbcConnection*>(conn.release()));
     }
 
     qlonglong noteCount() { return conn_->query("select count(*) from note").rows[0][0].toLongLong(); }
 
-    QTemporaryDir dir_;
-    QString path_;
+    TemporaryDatabase db_;
     std::unique_ptr<OdbcConnection> conn_;
 };
 

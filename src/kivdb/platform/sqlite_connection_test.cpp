@@ -3,9 +3,7 @@
 #include "platform/connection_testing.h"
 #include "platform/procedure_registry.h"
 
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <future>
 #include <thread>
@@ -13,26 +11,18 @@
 namespace kivdb {
 namespace {
 
-// Column types as the DDL translator writes them for the embedded database.
-const char* const kNoteTables =
-    "create table note (code nvarchar(20) not null primary key, qty int, amount money_real, "
-    "price decimal_real(18,4), rate float, made datetime_text, posted bit);"
-    "create table note_line (code nvarchar(20) references note(code))";
-
 class SqliteConnectionTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(dir_.isValid());
-        path_ = dir_.filePath(QStringLiteral("erp.kivdb"));
-        conn_ = std::make_unique<SqliteConnection>(path_, SqliteConnection::OpenMode::CreateIfMissing);
-        conn_->execute(kNoteTables);
+        conn_ = std::make_unique<SqliteConnection>(db_.path, SqliteConnection::OpenMode::ExistingFile);
+        conn_->execute(kNoteTable);
+        conn_->execute("create table note_line (code nvarchar(20) references note(code))");
     }
 
     qlonglong noteCount() { return conn_->query("select count(*) from note").rows[0][0].toLongLong(); }
     bool statementsLeft() { return sqlite3_next_stmt(conn_->handle(), nullptr) != nullptr; }
 
-    QTemporaryDir dir_;
-    QString path_;
+    TemporaryDatabase db_;
     std::unique_ptr<SqliteConnection> conn_;
 };
 
@@ -140,7 +130,7 @@ TEST_F(SqliteConnectionTest, FailuresCarrySqliteMessageAndLeaveNothingBehind) {
 }
 
 TEST_F(SqliteConnectionTest, TwoConnectionsToOneFileTakeTurns) {
-    auto other = Connection::open(QStringLiteral("sqlite:") + path_);
+    auto other = Connection::open(QStringLiteral("sqlite:") + db_.path);
     conn_->begin();
     conn_->execute("insert into note (code) values ('first')");
     // The other connection still reads the committed state ...
