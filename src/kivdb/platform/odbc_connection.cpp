@@ -176,11 +176,6 @@ RowSet readRows(const StatementHandle& stmt, SQLSMALLINT columnCount) {
     return rows;
 }
 
-struct TextOutcome {
-    RowSet rows;          // of the last result that had columns
-    qint64 changed = -1;  // rows changed over all results; -1 when no result counted any
-};
-
 // Runs a text as the server receives it and reads every result it answers.
 TextOutcome executeText(SQLHDBC dbc, QString text) {
     StatementHandle stmt(dbc);
@@ -199,7 +194,7 @@ TextOutcome executeText(SQLHDBC dbc, QString text) {
         } else {
             SQLLEN count = -1;
             stmt.check(SQLRowCount(stmt.get(), &count), "SQLRowCount");
-            if (count >= 0) outcome.changed = std::max<qint64>(outcome.changed, 0) + count;
+            if (count >= 0) outcome.addChanged(count);
         }
         rc = SQLMoreResults(stmt.get());
         if (rc == SQL_NO_DATA) break;
@@ -399,10 +394,7 @@ QString OdbcConnection::serverText(const QString& sql) {
     }
 }
 
-OdbcConnection::Outcome OdbcConnection::run(const QString& sql) {
-    TextOutcome outcome = executeText(dbc_, serverText(sql));
-    return {std::move(outcome.rows), outcome.changed};
-}
+TextOutcome OdbcConnection::run(const QString& sql) { return executeText(dbc_, serverText(sql)); }
 
 RowSet OdbcConnection::runQuery(const QString& sql) { return run(sql).rows; }
 

@@ -8,6 +8,7 @@
 // removed before the string reaches the driver.
 #include "dialect/dialect.h"
 #include "platform/connection.h"
+#include "platform/connection_support.h"
 
 #include <memory>
 #include <optional>
@@ -57,11 +58,7 @@ protected:
     void runProcedure(ProcedureCall& call) override;
 
 private:
-    struct Outcome {
-        RowSet rows;
-        qint64 changed = -1;
-    };
-    Outcome run(const QString& sql);
+    TextOutcome run(const QString& sql);
     qint64 runBound(QString text, const std::vector<ProcedureParam*>& markers);
     void chooseOuterJoinMode(std::optional<OuterJoinMode> forced);
     void endTransaction(short completion);

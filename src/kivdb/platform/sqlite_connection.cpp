@@ -247,13 +247,13 @@ QString SqliteConnection::translate(const QString& tsql) {
     return text;
 }
 
-SqliteConnection::Outcome SqliteConnection::run(const QString& sql) {
-    Outcome outcome;
+TextOutcome SqliteConnection::run(const QString& sql) {
+    TextOutcome outcome;
     runStatements(translate(sql).toUtf8(), outcome);
     return outcome;
 }
 
-void SqliteConnection::runStatements(const QByteArray& text, Outcome& outcome) {
+void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcome) {
     const char* next = text.constData();
     const char* const end = next + text.size();
     bool first = true;
@@ -284,9 +284,7 @@ void SqliteConnection::runStatements(const QByteArray& text, Outcome& outcome) {
             if (!readOnly) {
                 // sqlite3_changes64 keeps the count of the last INSERT/UPDATE/DELETE, so a
                 // statement that changed nothing in total (DDL, or no matching rows) adds 0.
-                const qint64 changed =
-                    sqlite3_total_changes64(db_) != totalBefore ? sqlite3_changes64(db_) : 0;
-                outcome.changed = std::max<qint64>(outcome.changed, 0) + changed;
+                outcome.addChanged(sqlite3_total_changes64(db_) != totalBefore ? sqlite3_changes64(db_) : 0);
             }
         }
         if (wrapped && inTransaction()) execControl("RELEASE kivdb_text");

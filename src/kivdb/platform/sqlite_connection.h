@@ -3,6 +3,7 @@
 // layer. Stored procedures come from the embedded procedure registry.
 #include "dialect/sqlite_catalog.h"
 #include "platform/connection.h"
+#include "platform/connection_support.h"
 
 #include <QCache>
 
@@ -37,12 +38,8 @@ protected:
     void runProcedure(ProcedureCall& call) override;
 
 private:
-    struct Outcome {
-        RowSet rows;          // of the last statement that returned rows
-        qint64 changed = -1;  // rows changed; -1 when no statement could change any
-    };
-    Outcome run(const QString& sql);
-    void runStatements(const QByteArray& text, Outcome& outcome);
+    TextOutcome run(const QString& sql);
+    void runStatements(const QByteArray& text, TextOutcome& outcome);
     void forgetStaleTranslations();
     void execControl(const char* sql);
 
