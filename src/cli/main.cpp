@@ -1,6 +1,8 @@
 // kivdb: command line tool over the library.
 //
-//   kivdb init --db FILE [--schema DIR]      create an embedded database
+//   kivdb init --db FILE [--schema DIR]      create an embedded database with the tables of
+//                                            the T-SQL scripts DIR/mssql/NN_*.sql (DIR is
+//                                            the source tree's schema/ by default)
 //   kivdb sql --db FILE [--translate] STATEMENT
 //                                            run one T-SQL statement and print its rows, one a
 //                                            line, values tab-separated, NULL as NULL; with
@@ -66,30 +68,27 @@ CommandLine parseCommandLine(QStringList args) {
     return line;
 }
 
-// A script split at its "GO" lines, as the server's tools send it.
-// TODO: use dialect::splitBatches once the dialect offers it; it knows literals and comments.
-QStringList scriptBatches(const QString& script) {
+// The suite's tables, from the table scripts under schemaDir/mssql: NN_*.sql in name order
+// (procedures.sql is for SQL Server alone; the embedded engine has its own), each cut at
+// its "go" lines, all in one transaction. Without scripts the database stays empty.
+// TODO: the schema loader does this with the dialect's translation; once both are in one
+// tree, call integrity::applySchema(conn.handle(), schemaDir) here, when
+// integrity::tableScripts(schemaDir) finds any (applySchema refuses a tree without).
+void applySchema(SqliteConnection& conn, const QString& schemaDir) {
+    const QDir dir(schemaDir + QStringLiteral("/mssql"));
+    static const QRegularExpression tableScript(QStringLiteral("^[0-9]+_.*\\.sql$"));
     static const QRegularExpression goLine(QStringLiteral(R"(^[ \t]*go[ \t]*$)"),
                                            QRegularExpression::CaseInsensitiveOption |
                                                QRegularExpression::MultilineOption);
-    QStringList batches;
-    for (const QString& batch : script.split(goLine))
-        if (!batch.trimmed().isEmpty()) batches << batch;
-    return batches;
-}
-
-// The suite's schema: every *.sql script of the directory in name order, batch by batch,
-// in one transaction. A directory without scripts leaves the database empty.
-void applySchemaScripts(SqliteConnection& conn, const QDir& dir) {
-    const QStringList scripts = dir.entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name);
-    if (scripts.isEmpty()) return;
     conn.begin();
     try {
-        for (const QString& name : scripts) {
+        for (const QString& name : dir.entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name)) {
+            if (!tableScript.match(name).hasMatch()) continue;
             QFile file(dir.filePath(name));
             if (!file.open(QIODevice::ReadOnly))
                 throw DatabaseError(QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));
-            for (const QString& batch : scriptBatches(QString::fromUtf8(file.readAll()))) {
+            for (const QString& batch : QString::fromUtf8(file.readAll()).split(goLine)) {
+                if (batch.trimmed().isEmpty()) continue;
                 try {
                     conn.execute(batch);
                 } catch (const DatabaseError& e) {
@@ -109,12 +108,11 @@ void runInit(const CommandLine& line) {
     // Never touch an existing database: init is for a new one.
     if (QFileInfo::exists(line.database))
         throw DatabaseError(QStringLiteral("database file already exists: %1").arg(line.database));
-    const QString schemaDir = line.schemaDir.isEmpty()
-                                  ? QStringLiteral(KIVDB_SOURCE_DIR "/schema/mssql")
-                                  : line.schemaDir;
+    const QString schemaDir =
+        line.schemaDir.isEmpty() ? QStringLiteral(KIVDB_SOURCE_DIR "/schema") : line.schemaDir;
     try {
         SqliteConnection conn(line.database, SqliteConnection::OpenMode::CreateIfMissing);
-        applySchemaScripts(conn, QDir(schemaDir));
+        applySchema(conn, schemaDir);
     } catch (...) {
         // A database whose schema failed halfway is worse than none.
         QFile::remove(line.database);

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -56,10 +57,13 @@ protected:
 
 TEST_F(CliTest, InitAppliesSchemaScriptsInNameOrderBatchByBatch) {
     const QString schema = dir_.filePath(QStringLiteral("schema"));
+    const QString scripts = schema + QStringLiteral("/mssql");
     // Name order matters: the second script fills what the first created.
-    writeScript(schema, "02_data.sql", "insert into counter values ('SO', 1)\ngo\ninsert into counter values ('PO', 2)\n");
-    writeScript(schema, "01_tables.sql", "create table counter (kind nvarchar(4), last int)\nGO\n");
-    writeScript(schema, "readme.txt", "not a script");
+    writeScript(scripts, "02_data.sql", "insert into counter values ('SO', 1)\ngo\ninsert into counter values ('PO', 2)\n");
+    writeScript(scripts, "01_tables.sql", "create table counter (kind nvarchar(4), last int)\nGO\n");
+    // Not table scripts: the server's procedures, and anything else.
+    writeScript(scripts, "procedures.sql", "create procedure bs_Get_BillSeqNo as return 0\n");
+    writeScript(scripts, "readme.txt", "not a script");
     const CliRun run = runCli({"init", "--db", db_, "--schema", schema});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_EQ(runCli({"sql", "--db", db_, "select kind, last from counter order by last"}).out,
@@ -68,10 +72,10 @@ TEST_F(CliTest, InitAppliesSchemaScriptsInNameOrderBatchByBatch) {
 
 TEST_F(CliTest, InitRefusesExistingFileAndRemovesAHalfMadeOne) {
     const QString schema = dir_.filePath(QStringLiteral("broken"));
-    writeScript(schema, "01_tables.sql", "create table counter (kind nvarchar(4))\ngo\ncreate tabel oops (x int)\n");
+    writeScript(schema + "/mssql", "01_tables.sql", "create table counter (kind nvarchar(4))\ngo\ncreate tabel oops (x int)\n");
     struct Case {
         QStringList args;
-        QString err;
+        QString err;  // a pattern: the failing batch may be quoted before the message
         bool fileAfter;
     };
     QFile existing(dir_.filePath(QStringLiteral("existing.kivdb")));
@@ -79,15 +83,17 @@ TEST_F(CliTest, InitRefusesExistingFileAndRemovesAHalfMadeOne) {
     existing.close();
     const Case cases[] = {
         {{"init", "--db", existing.fileName(), "--schema", emptySchema_},
-         QStringLiteral("error: database file already exists: %1\n").arg(existing.fileName()), true},
+         QStringLiteral("error: database file already exists: %1\n").arg(QRegularExpression::escape(existing.fileName())),
+         true},
         {{"init", "--db", db_, "--schema", schema},
-         QStringLiteral("error: 01_tables.sql: near \"tabel\": syntax error\n"), false},
+         QStringLiteral("error: 01_tables\\.sql: (.*: )?near \"tabel\": syntax error\n"), false},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.args.join(' ').toStdString());
         const CliRun run = runCli(c.args);
         EXPECT_EQ(run.exitCode, 1);
-        EXPECT_EQ(run.err, c.err);
+        EXPECT_TRUE(QRegularExpression(QStringLiteral("^%1$").arg(c.err)).match(run.err).hasMatch())
+            << run.err.toStdString();
         EXPECT_EQ(QFileInfo::exists(c.args[2]), c.fileAfter);
     }
 }
