@@ -63,6 +63,24 @@ TEST_P(ConnectionBackendTest, ColumnsCarryFieldTypesValuesAndNulls) {
     }
 }
 
+TEST_P(ConnectionBackendTest, ExecuteAnswersRowsChanged) {
+    struct Case {
+        const char* text;
+        qint64 changed;
+    };
+    const Case cases[] = {
+        {"insert into note (code, qty) values ('a', 1)", 1},
+        {"insert into note (code, qty) values ('b', 2)", 1},
+        {"update note set qty = qty + 1", 2},
+        {"update note set qty = 0 where code = 'none'", 0},
+        {"delete from note where qty = 3", 1},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text);
+        EXPECT_EQ(conn_->execute(c.text), c.changed);
+    }
+}
+
 TEST_P(ConnectionBackendTest, ChineseTextRoundTripsInValuesNamesAndConditions) {
     const QString code = QStringLiteral("销售出货单-乙");
     conn_->execute(QStringLiteral("insert into note (code) values ('%1')").arg(code));
