@@ -1,0 +1,48 @@
+#pragma once
+// For the connection tests: a database file, a table with every field type, and what a
+// failing call says.
+#include "platform/connection.h"
+
+#include <QTemporaryDir>
+#include <sqlite3.h>
+
+#include <clocale>
+#include <string>
+
+namespace kivdb {
+
+// The message of the DatabaseError the action raises, or "(no error)". A std::string, so a
+// failed comparison prints readable text.
+// Every field type, declared as the DDL translator writes the suite's types for the
+// embedded database.
+inline constexpr const char* kNoteTable =
+    "create table note (code nvarchar(20) not null primary key, qty int, amount money_real, "
+    "price decimal_real(18,4), rate float, made datetime_text, posted bit)";
+
+// An empty SQLite file in a directory of its own, removed with it.
+struct TemporaryDatabase {
+    QTemporaryDir dir;
+    QString path = dir.filePath(QStringLiteral("erp.db"));
+
+    TemporaryDatabase() {
+        sqlite3* db = nullptr;
+        sqlite3_open(path.toUtf8().constData(), &db);
+        sqlite3_close(db);
+    }
+};
+
+// unixODBC converts wide text for a narrow-character driver, as the SQLite ODBC driver is,
+// through the locale's character set; a Qt application runs with it as UTF-8.
+inline void useUtf8Locale() { std::setlocale(LC_ALL, "C.UTF-8"); }
+
+template <typename Action>
+std::string databaseErrorOf(Action&& action) {
+    try {
+        action();
+    } catch (const DatabaseError& e) {
+        return e.message().toStdString();
+    }
+    return "(no error)";
+}
+
+}  // namespace kivdb
