@@ -1,0 +1,138 @@
+#include "integrity/schema_loader.h"
+
+#include "dialect/dialect.h"
+#include "dialect/sqlite_catalog.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <sqlite3.h>
+
+#include <algorithm>
+
+namespace kivdb::integrity {
+namespace {
+
+QString readText(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        throw SchemaError(QStringLiteral("cannot read %1: %2").arg(path, file.errorString()).toStdString());
+    return QString::fromUtf8(file.readAll());
+}
+
+bool isOnlyComments(const QString& batch) {
+    for (const QString& line : batch.split(QLatin1Char('\n'))) {
+        const QString t = line.trimmed();
+        if (!t.isEmpty() && !t.startsWith(QLatin1String("--"))) return false;
+    }
+    return true;
+}
+
+void exec(sqlite3* db, const QString& sql) {
+    char* message = nullptr;
+    if (sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &message) != SQLITE_OK) {
+        const QString text = QString::fromUtf8(message ? message : sqlite3_errmsg(db));
+        sqlite3_free(message);
+        throw SchemaError(text.toStdString());
+    }
+}
+
+QString firstLines(const QString& batch) {
+    QStringList lines;
+    for (const QString& line : batch.split(QLatin1Char('\n'))) {
+        const QString t = line.trimmed();
+        if (t.isEmpty() || t.startsWith(QLatin1String("--"))) continue;
+        lines << t;
+        if (lines.size() == 2) break;
+    }
+    return lines.join(QLatin1Char(' '));
+}
+
+}  // namespace
+
+QString defaultSchemaDirectory() { return QStringLiteral(KIVDB_SOURCE_DIR "/schema"); }
+
+QStringList tableScripts(const QString& schemaDir) {
+    QDir dir(schemaDir + QStringLiteral("/mssql"));
+    static const QRegularExpression numbered(QStringLiteral("^[0-9]+_.*\\.sql$"));
+    QStringList scripts;
+    for (const QString& name : dir.entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name))
+        if (numbered.match(name).hasMatch()) scripts << dir.filePath(name);
+    return scripts;
+}
+
+QStringList splitScriptBatches(const QString& script) {
+    static const QRegularExpression separator(QStringLiteral("^\\s*go\\s*$"),
+                                              QRegularExpression::CaseInsensitiveOption);
+    QStringList batches;
+    QStringList current;
+    auto flush = [&] {
+        const QString batch = current.join(QLatin1Char('\n'));
+        if (!isOnlyComments(batch)) batches << batch;
+        current.clear();
+    };
+    QString text = script;
+    text.remove(QLatin1Char('\r'));
+    for (const QString& line : text.split(QLatin1Char('\n'))) {
+        if (separator.match(line).hasMatch())
+            flush();
+        else
+            current << line;
+    }
+    flush();
+    return batches;
+}
+
+std::vector<SchemaBatch> schemaBatches(const QString& schemaDir) {
+    const QStringList scripts = tableScripts(schemaDir);
+    if (scripts.isEmpty())
+        throw SchemaError(QStringLiteral("no table scripts under %1/mssql").arg(schemaDir).toStdString());
+    std::vector<SchemaBatch> batches;
+    for (const QString& path : scripts)
+        for (const QString& batch : splitScriptBatches(readText(path)))
+            batches.push_back({batch, QFileInfo(path).fileName() + QStringLiteral(": ") + firstLines(batch)});
+    return batches;
+}
+
+void applySchema(sqlite3* db, const QString& schemaDir) {
+    const std::vector<SchemaBatch> batches = schemaBatches(schemaDir);
+    dialect::SqliteCatalog catalog(db);
+    exec(db, QStringLiteral("begin"));
+    const SchemaBatch* current = nullptr;
+    try {
+        for (const SchemaBatch& batch : batches) {
+            current = &batch;
+            exec(db, dialect::translateToSqlite(batch.text, catalog));
+            catalog.invalidate();  // the next batch may name what this one created
+        }
+        exec(db, QStringLiteral("commit"));
+    } catch (const std::exception& e) {
+        sqlite3_exec(db, "rollback", nullptr, nullptr, nullptr);
+        const QString origin = current ? current->origin : QStringLiteral("commit");
+        throw SchemaError(QStringLiteral("%1: %2").arg(origin, QString::fromUtf8(e.what())).toStdString());
+    }
+}
+
+std::vector<InventoryColumn> readInventory(const QString& path) {
+    QString text = readText(path);
+    text.remove(QLatin1Char('\r'));
+    std::vector<InventoryColumn> columns;
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    for (qsizetype i = 1; i < lines.size(); ++i) {  // line 0 names the fields
+        if (lines[i].trimmed().isEmpty()) continue;
+        const QStringList f = lines[i].split(QLatin1Char('\t'));
+        const bool complete = f.size() == 4 && std::none_of(f.begin(), f.end(), [](const QString& s) {
+                                  return s.trimmed().isEmpty();
+                              });
+        if (!complete)
+            throw SchemaError(QStringLiteral("%1:%2: expected table, column, type, module")
+                                  .arg(path)
+                                  .arg(i + 1)
+                                  .toStdString());
+        columns.push_back({f[0].trimmed(), f[1].trimmed(), f[2].trimmed(), f[3].trimmed()});
+    }
+    return columns;
+}
+
+}  // namespace kivdb::integrity

@@ -1,0 +1,66 @@
+#include "platform/kivfunc.h"
+
+#include "platform/kivfunc_gui_test.h"
+
+#include <QDialog>
+#include <QFontInfo>
+#include <QScreen>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace kivdb::kivfunc {
+namespace {
+
+TEST(KivfuncRegistry, ReadsWhatWasWrittenUnderEitherRootWhateverTheCase) {
+    QTemporaryDir home;
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, home.filePath("user"));
+    QSettings::setPath(QSettings::IniFormat, QSettings::SystemScope, home.filePath("system"));
+    const QString key = "software\\Taluvex\\ProgList\\ERP01\\UserSet";
+    WriteRegistry(key, "MainWindowsHand", "132456");
+    WriteRegistry(key, "MainWindowsHand", "7", RegistryRoot::CurrentUser);
+    const std::tuple<QString, QString, RegistryRoot, QString> cases[] = {
+        {key, "MainWindowsHand", RegistryRoot::LocalMachine, "132456"},
+        {"\\SOFTWARE\\taluvex\\PROGLIST\\erp01\\usERSet\\", "mainwindowshand", RegistryRoot::LocalMachine, "132456"},
+        {key, "MainWindowsHand", RegistryRoot::CurrentUser, "7"},
+        {"software\\Taluvex\\ProgList\\ERP02\\UserSet", "MainWindowsHand", RegistryRoot::LocalMachine, ""},
+        {key, "NoSuchValue", RegistryRoot::LocalMachine, ""},
+    };
+    for (const auto& [path, name, root, expected] : cases)
+        EXPECT_EQ(ReadRegistry(path, name, root), expected) << path.toStdString() << " " << name.toStdString();
+}
+
+TEST(KivfuncForms, CentredOverTheOwnerOrTheScreenAndKeptOnIt) {
+    if (!testing_gui::guiApplication()) GTEST_SKIP() << "a non-GUI application already exists";
+    QWidget owner;
+    owner.setGeometry(100, 80, 600, 400);
+    owner.show();
+    const QRect area = owner.screen()->availableGeometry();
+    const QPoint half(99, 49);  // a 200 x 100 frame's centre lies 99, 49 from its corner
+    const std::tuple<bool, QSize, QPoint> cases[] = {
+        {true, {200, 100}, owner.frameGeometry().center() - half},
+        {false, {200, 100}, area.center() - half},
+        {true, {area.width() + 50, 100}, {area.left(), owner.frameGeometry().center().y() - 49}},
+    };
+    for (const auto& [owned, size, topLeft] : cases) {
+        QDialog form(owned ? &owner : nullptr);
+        form.resize(size);
+        SetFormPOsition(&form);
+        EXPECT_EQ(form.frameGeometry().topLeft(), topLeft);
+    }
+}
+
+TEST(KivfuncForms, SysScreenGivesTheSuiteFaceAndFitsTheScreen) {
+    if (!testing_gui::guiApplication()) GTEST_SKIP() << "a non-GUI application already exists";
+    QDialog form;
+    form.resize(5000, 300);
+    SetSysScreen(&form);
+    EXPECT_EQ(form.size(), QSize(form.screen()->availableGeometry().width(), 300));
+    EXPECT_EQ(form.font().pointSize(), 9);
+    EXPECT_EQ(form.font().families().value(0), "宋体");
+    // Where 宋体 is missing, the installed Ming face draws the Chinese text.
+    EXPECT_TRUE(QFontInfo(form.font()).family().startsWith("AR PL UMing")) << QFontInfo(form.font()).family().toStdString();
+}
+
+}  // namespace
+}  // namespace kivdb::kivfunc
