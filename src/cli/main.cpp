@@ -1,9 +1,180 @@
 // kivdb: command line tool over the library.
+//
+//   kivdb init --db FILE [--schema DIR]      create an embedded database
+//   kivdb sql --db FILE [--translate] STATEMENT
+//                                            run one T-SQL statement and print its rows, one a
+//                                            line, values tab-separated, NULL as NULL; with
+//                                            --translate print the SQLite text instead
+//
+// Failures print "error: MESSAGE" on stderr and exit with 1; a malformed command line
+// prints the usage and exits with 2.
+#include "platform/sqlite_connection.h"
+
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+#include <QRegularExpression>
 #include <cstdio>
+
+namespace {
+
+using kivdb::DatabaseError;
+using kivdb::SqliteConnection;
+
+constexpr int kExitError = 1;
+constexpr int kExitUsage = 2;
+
+const char* const kUsage =
+    "usage: kivdb init --db FILE [--schema DIR]\n"
+    "       kivdb sql --db FILE [--translate] STATEMENT\n";
+
+struct UsageError {
+    QString message;
+};
+
+struct CommandLine {
+    QString verb;
+    QString database;
+    QString schemaDir;
+    bool translate = false;
+    QStringList positional;
+};
+
+CommandLine parseCommandLine(QStringList args) {
+    CommandLine line;
+    if (args.isEmpty()) throw UsageError{QStringLiteral("no command given")};
+    line.verb = args.takeFirst();
+    if (line.verb != QLatin1String("init") && line.verb != QLatin1String("sql"))
+        throw UsageError{QStringLiteral("unknown command %1").arg(line.verb)};
+    bool optionsEnded = false;
+    while (!args.isEmpty()) {
+        const QString arg = args.takeFirst();
+        auto valueOf = [&](QString& target) {
+            if (args.isEmpty()) throw UsageError{QStringLiteral("%1 needs a value").arg(arg)};
+            target = args.takeFirst();
+        };
+        if (optionsEnded || !arg.startsWith(QLatin1String("--"))) line.positional << arg;
+        else if (arg == QLatin1String("--")) optionsEnded = true;
+        else if (arg == QLatin1String("--db")) valueOf(line.database);
+        else if (arg == QLatin1String("--schema")) valueOf(line.schemaDir);
+        else if (arg == QLatin1String("--translate")) line.translate = true;
+        else throw UsageError{QStringLiteral("unknown option %1").arg(arg)};
+    }
+    if (line.database.isEmpty()) throw UsageError{QStringLiteral("--db FILE is required")};
+    return line;
+}
+
+// A script split at its "GO" lines, as the server's tools send it.
+// TODO: use dialect::splitBatches once the dialect offers it; it knows literals and comments.
+QStringList scriptBatches(const QString& script) {
+    static const QRegularExpression goLine(QStringLiteral(R"(^[ \t]*go[ \t]*$)"),
+                                           QRegularExpression::CaseInsensitiveOption |
+                                               QRegularExpression::MultilineOption);
+    QStringList batches;
+    for (const QString& batch : script.split(goLine))
+        if (!batch.trimmed().isEmpty()) batches << batch;
+    return batches;
+}
+
+// The suite's schema: every *.sql script of the directory in name order, batch by batch,
+// in one transaction. A directory without scripts leaves the database empty.
+void applySchemaScripts(SqliteConnection& conn, const QDir& dir) {
+    const QStringList scripts = dir.entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name);
+    if (scripts.isEmpty()) return;
+    conn.begin();
+    try {
+        for (const QString& name : scripts) {
+            QFile file(dir.filePath(name));
+            if (!file.open(QIODevice::ReadOnly))
+                throw DatabaseError(QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));
+            for (const QString& batch : scriptBatches(QString::fromUtf8(file.readAll()))) {
+                try {
+                    conn.execute(batch);
+                } catch (const DatabaseError& e) {
+                    throw DatabaseError(QStringLiteral("%1: %2").arg(name, e.message()));
+                }
+            }
+        }
+        conn.commit();
+    } catch (...) {
+        if (conn.inTransaction()) conn.rollback();
+        throw;
+    }
+}
+
+void runInit(const CommandLine& line) {
+    if (!line.positional.isEmpty()) throw UsageError{QStringLiteral("init takes no statement")};
+    // Never touch an existing database: init is for a new one.
+    if (QFileInfo::exists(line.database))
+        throw DatabaseError(QStringLiteral("database file already exists: %1").arg(line.database));
+    const QString schemaDir = line.schemaDir.isEmpty()
+                                  ? QStringLiteral(KIVDB_SOURCE_DIR "/schema/mssql")
+                                  : line.schemaDir;
+    try {
+        SqliteConnection conn(line.database, SqliteConnection::OpenMode::CreateIfMissing);
+        applySchemaScripts(conn, QDir(schemaDir));
+    } catch (...) {
+        // A database whose schema failed halfway is worse than none.
+        QFile::remove(line.database);
+        throw;
+    }
+}
+
+QString printable(const kivdb::Value& value) {
+    if (!value.isValid()) return QStringLiteral("NULL");
+    switch (value.typeId()) {
+    case QMetaType::Bool: return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
+    case QMetaType::Double: return QString::number(value.toDouble(), 'f', QLocale::FloatingPointShortest);
+    case QMetaType::QDateTime: {
+        const QDateTime when = value.toDateTime();
+        return when.toString(when.time().msec() ? QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")
+                                                : QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    }
+    case QMetaType::QByteArray: return QStringLiteral("0x") + QString::fromLatin1(value.toByteArray().toHex());
+    default: return value.toString();
+    }
+}
+
+void printLine(const QString& text) {
+    const QByteArray bytes = text.toUtf8() + '\n';
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+}
+
+void runSql(const CommandLine& line) {
+    if (line.positional.size() != 1) throw UsageError{QStringLiteral("sql takes exactly one statement")};
+    const QString& statement = line.positional.front();
+    SqliteConnection conn(line.database, SqliteConnection::OpenMode::ExistingFile);
+    if (line.translate) {
+        printLine(conn.translate(statement));
+        return;
+    }
+    const kivdb::RowSet rows = conn.query(statement);
+    for (const auto& row : rows.rows) {
+        QStringList fields;
+        for (const auto& value : row) fields << printable(value);
+        printLine(fields.join(QLatin1Char('\t')));
+    }
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    std::fprintf(stderr, "usage: kivdb init|sql ...\n");
-    return 2;
+    QStringList args = app.arguments();
+    args.removeFirst();
+    try {
+        const CommandLine line = parseCommandLine(args);
+        if (line.verb == QLatin1String("init")) runInit(line);
+        else runSql(line);
+    } catch (const UsageError& e) {
+        std::fprintf(stderr, "error: %s\n%s", e.message.toUtf8().constData(), kUsage);
+        return kExitUsage;
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "error: %s\n", e.what());
+        return kExitError;
+    }
+    std::fflush(stdout);
+    return 0;
 }

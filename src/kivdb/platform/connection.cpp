@@ -1,5 +1,8 @@
 #include "platform/connection.h"
 
+#include "platform/odbc_connection.h"
+#include "platform/sqlite_connection.h"
+
 namespace kivdb {
 
 int RowSet::columnIndex(const QString& name) const {
@@ -27,6 +30,18 @@ ProcedureCall& ProcedureCall::add(const QString& paramName, FieldType type, Para
 }
 
 Connection::~Connection() = default;
+
+std::unique_ptr<Connection> Connection::open(const QString& url) {
+    static const QLatin1String sqlitePrefix("sqlite:"), odbcPrefix("odbc:");
+    if (url.startsWith(sqlitePrefix, Qt::CaseInsensitive))
+        return std::make_unique<SqliteConnection>(url.mid(sqlitePrefix.size()),
+                                                  SqliteConnection::OpenMode::ExistingFile);
+    if (url.startsWith(odbcPrefix, Qt::CaseInsensitive))
+        return std::make_unique<OdbcConnection>(url.mid(odbcPrefix.size()));
+    throw DatabaseError(
+        // The text itself is not repeated: an ODBC string without its prefix holds a password.
+        QStringLiteral("unknown kind of connection: expected sqlite:PATH or odbc:CONNECTION-STRING"));
+}
 
 // The data layer refuses to run a command without text; callers (and tests) rely on that.
 static void refuseEmpty(const QString& sql) {

@@ -105,9 +105,10 @@ protected:
     virtual RowSet runQuery(const QString& sql) = 0;
     virtual qint64 runExecute(const QString& sql) = 0;
     virtual void runProcedure(ProcedureCall& call) = 0;
+    // For a backend's own kinds of statement, so observers still see them all.
+    void notify(const StatementEvent& event);
 
 private:
-    void notify(const StatementEvent& event);
     std::vector<std::pair<int, StatementObserver>> observers_;
     int nextObserverId_ = 1;
 };

@@ -1,0 +1,155 @@
+// What both backends promise alike, run on each: the embedded database, and ODBC through
+// unixODBC with the SQLite ODBC driver standing in for the server.
+#include "platform/connection.h"
+#include "platform/connection_testing.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <clocale>
+
+namespace kivdb {
+namespace {
+
+struct BackendCase {
+    const char* name;
+    const char* urlPrefix;  // followed by the database file's path
+    bool driverWrapsMessages;  // the ODBC driver adds its name and SQLite's error code
+};
+
+const BackendCase kBackends[] = {
+    {"embedded", "sqlite:", false},
+    {"odbc", "odbc:Driver=SQLite3;Database=", true},
+};
+
+class ConnectionBackendTest : public ::testing::TestWithParam<BackendCase> {
+protected:
+    static void SetUpTestSuite() {
+        // The ODBC driver is a narrow-character one: unixODBC converts wide text for it
+        // through the locale's character set, which a Qt application has as UTF-8.
+        std::setlocale(LC_ALL, "C.UTF-8");
+    }
+
+    void SetUp() override {
+        ASSERT_TRUE(dir_.isValid());
+        path_ = dir_.filePath(QStringLiteral("erp.db"));
+        sqlite3* db = nullptr;  // the embedded backend opens existing files only
+        sqlite3_open(path_.toUtf8().constData(), &db);
+        sqlite3_close(db);
+        conn_ = openAnother();
+        // Column types as the DDL translator writes them for the embedded database.
+        conn_->execute(
+            "create table note (code nvarchar(20) not null, qty int, amount money_real, price decimal_real(18,4), "
+            "rate float, made datetime_text, posted bit)");
+    }
+
+    std::unique_ptr<Connection> openAnother() {
+        return Connection::open(QLatin1String(GetParam().urlPrefix) + path_);
+    }
+    qlonglong noteCount(Connection& conn) { return conn.query("select count(*) from note").rows[0][0].toLongLong(); }
+
+    QTemporaryDir dir_;
+    QString path_;
+    std::unique_ptr<Connection> conn_;
+};
+
+TEST_P(ConnectionBackendTest, ColumnsCarryFieldTypesValuesAndNulls) {
+    conn_->execute("insert into note values ('A-01', 12, 1234.5, 3.1416, 0.25, '2024-03-05 14:30:15.250', 1)");
+    conn_->execute("insert into note (code) values ('B-02')");
+    const RowSet rows = conn_->query("select code, qty, amount, price, rate, made, posted from note order by code");
+    struct Case {
+        FieldType type;
+        Value expected;
+    };
+    const Case cases[] = {
+        {FieldType::String, QStringLiteral("A-01")},
+        {FieldType::Integer, qlonglong(12)},
+        {FieldType::Currency, 1234.5},
+        {FieldType::Bcd, 3.1416},
+        {FieldType::Float, 0.25},
+        {FieldType::DateTime, QDateTime(QDate(2024, 3, 5), QTime(14, 30, 15, 250))},
+        {FieldType::Boolean, true},
+    };
+    ASSERT_EQ(rows.rows.size(), 2u);
+    for (size_t i = 0; i < std::size(cases); ++i) {
+        SCOPED_TRACE(rows.columns[i].name.toStdString());
+        EXPECT_EQ(rows.columns[i].type, cases[i].type);
+        EXPECT_EQ(rows.rows[0][i], cases[i].expected);
+        if (i > 0) EXPECT_FALSE(rows.rows[1][i].isValid());
+    }
+}
+
+TEST_P(ConnectionBackendTest, ChineseTextRoundTripsInValuesNamesAndConditions) {
+    const QString code = QStringLiteral("销售出货单-乙");
+    conn_->execute(QStringLiteral("insert into note (code) values ('%1')").arg(code));
+    const RowSet rows = conn_->query(QStringLiteral("select code as 单号 from note where code like '销售%乙'"));
+    ASSERT_EQ(rows.rows.size(), 1u);
+    EXPECT_EQ(rows.columns[0].name, QStringLiteral("单号"));
+    EXPECT_EQ(rows.rows[0][0].toString(), code);
+
+    // Read back past the connection: the file holds the text itself, not a mangled copy.
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open_v2(path_.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
+    sqlite3_stmt* stmt = nullptr;
+    sqlite3_prepare_v2(db, "select code from note", -1, &stmt, nullptr);
+    ASSERT_EQ(sqlite3_step(stmt), SQLITE_ROW);
+    EXPECT_EQ(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0))), code);
+    sqlite3_finalize(stmt);
+    sqlite3_close(db);
+}
+
+TEST_P(ConnectionBackendTest, TransactionsCommitRollBackAndRefuseWrongOrder) {
+    conn_->begin();
+    EXPECT_TRUE(conn_->inTransaction());
+    EXPECT_THROW(conn_->begin(), DatabaseError);
+    conn_->execute("insert into note (code) values ('gone')");
+    conn_->rollback();
+    EXPECT_FALSE(conn_->inTransaction());
+    EXPECT_EQ(noteCount(*conn_), 0);
+
+    conn_->begin();
+    conn_->execute("insert into note (code) values ('kept')");
+    conn_->commit();
+    // Back in autocommit: this one stays without a commit.
+    conn_->execute("insert into note (code) values ('auto')");
+    EXPECT_EQ(noteCount(*openAnother()), 2);
+
+    struct Case {
+        void (Connection::*action)();
+        const char* message;
+    };
+    const Case cases[] = {
+        {&Connection::commit, "The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION."},
+        {&Connection::rollback, "The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION."},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(databaseErrorOf([&] { (conn_.get()->*c.action)(); }), c.message);
+    }
+}
+
+TEST_P(ConnectionBackendTest, ErrorsCarryTheDriversMessageAndTheConnectionCarriesOn) {
+    struct Case {
+        const char* text;
+        const char* message;
+        int sqliteCode;
+    };
+    const Case cases[] = {
+        {"select * from nosuch", "no such table: nosuch", SQLITE_ERROR},
+        {"insert into note (qty) values (1)", "NOT NULL constraint failed: note.code", SQLITE_CONSTRAINT},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text);
+        const std::string expected = GetParam().driverWrapsMessages
+                                         ? "[SQLite]" + std::string(c.message) + " (" + std::to_string(c.sqliteCode) + ")"
+                                         : c.message;
+        EXPECT_EQ(databaseErrorOf([&] { conn_->query(c.text); }), expected);
+    }
+    EXPECT_EQ(noteCount(*conn_), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Backends, ConnectionBackendTest, ::testing::ValuesIn(kBackends),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace
+}  // namespace kivdb

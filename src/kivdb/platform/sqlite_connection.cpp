@@ -1,0 +1,318 @@
+#include "platform/sqlite_connection.h"
+
+#include "platform/connection_support.h"
+#include "platform/procedure_registry.h"
+
+#include <QFileInfo>
+#include <QLocale>
+#include <sqlite3.h>
+
+#include <cmath>
+#include <cstring>
+
+namespace kivdb {
+namespace {
+
+// Long enough for another connection to the same file to finish a save.
+constexpr int kBusyTimeoutMs = 5000;
+
+DatabaseError sqliteError(sqlite3* db) { return DatabaseError(QString::fromUtf8(sqlite3_errmsg(db))); }
+
+// One prepared statement of a text, finalized on every path.
+class PreparedStatement {
+public:
+    // Prepares the statement at `next` and moves `next` past it. Blank text and comments
+    // prepare to no statement at all.
+    PreparedStatement(sqlite3* db, const char*& next, const char* end) {
+        const char* tail = end;
+        if (sqlite3_prepare_v2(db, next, int(end - next), &stmt_, &tail) != SQLITE_OK) {
+            DatabaseError error = sqliteError(db);
+            next = end;
+            throw error;
+        }
+        next = tail;
+    }
+    ~PreparedStatement() { sqlite3_finalize(stmt_); }
+    PreparedStatement(const PreparedStatement&) = delete;
+    PreparedStatement& operator=(const PreparedStatement&) = delete;
+
+    sqlite3_stmt* get() const { return stmt_; }
+    explicit operator bool() const { return stmt_ != nullptr; }
+
+private:
+    sqlite3_stmt* stmt_ = nullptr;
+};
+
+Value storedValue(sqlite3_stmt* stmt, int column) {
+    switch (sqlite3_column_type(stmt, column)) {
+    case SQLITE_INTEGER: return qlonglong(sqlite3_column_int64(stmt, column));
+    case SQLITE_FLOAT: return sqlite3_column_double(stmt, column);
+    case SQLITE_TEXT:
+        return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, column)),
+                                 sqlite3_column_bytes(stmt, column));
+    case SQLITE_BLOB:
+        return QByteArray(static_cast<const char*>(sqlite3_column_blob(stmt, column)),
+                          sqlite3_column_bytes(stmt, column));
+    default: return {};
+    }
+}
+
+// An expression column has no declared type: its first value's storage class names it.
+FieldType fieldTypeOfStoredValue(const Value& value) {
+    switch (value.typeId()) {
+    case QMetaType::LongLong: return FieldType::Integer;
+    case QMetaType::Double: return FieldType::Float;
+    default: return FieldType::String;
+    }
+}
+
+// A stored value as its column's field type. SQLite keeps any value in any column, so a
+// value that does not read as the type (text in a money column) is handed on unchanged
+// rather than turned into a made-up number.
+Value asFieldType(const Value& stored, FieldType type) {
+    if (!stored.isValid()) return stored;
+    const int storage = stored.typeId();
+    const bool isText = storage == QMetaType::QString;
+    const bool isNumber = storage == QMetaType::LongLong || storage == QMetaType::Double;
+    bool ok = false;
+    switch (type) {
+    case FieldType::String:
+        if (storage == QMetaType::QByteArray) return QString::fromUtf8(stored.toByteArray());
+        if (storage == QMetaType::Double)
+            return QString::number(stored.toDouble(), 'f', QLocale::FloatingPointShortest);
+        return stored.toString();
+    case FieldType::Integer:
+        if (storage == QMetaType::Double) {
+            const double d = stored.toDouble();
+            return d == std::trunc(d) && std::abs(d) < 9.2e18 ? Value(qlonglong(d)) : stored;
+        }
+        if (isText) {
+            const qlonglong n = stored.toString().trimmed().toLongLong(&ok);
+            return ok ? Value(n) : stored;
+        }
+        return stored;
+    case FieldType::Float:
+    case FieldType::Currency:
+    case FieldType::Bcd:
+        if (isNumber) return stored.toDouble();
+        if (isText) {
+            const double d = stored.toString().trimmed().toDouble(&ok);
+            return ok ? Value(d) : stored;
+        }
+        return stored;
+    case FieldType::DateTime:
+        if (isText) {
+            const QDateTime when = parseDateTimeText(stored.toString());
+            return when.isValid() ? Value(when) : stored;
+        }
+        return stored;
+    case FieldType::Boolean:
+        if (isNumber) return stored.toDouble() != 0;
+        if (isText) {
+            const QString t = stored.toString().trimmed().toLower();
+            if (t == QLatin1String("1") || t == QLatin1String("true")) return true;
+            if (t == QLatin1String("0") || t == QLatin1String("false")) return false;
+        }
+        return stored;
+    }
+    return stored;
+}
+
+// Reads every row of a statement that returns rows.
+RowSet readRows(sqlite3* db, sqlite3_stmt* stmt) {
+    const int count = sqlite3_column_count(stmt);
+    std::vector<std::optional<FieldType>> declared(count);
+    RowSet rows;
+    for (int i = 0; i < count; ++i) {
+        rows.columns.push_back({QString::fromUtf8(sqlite3_column_name(stmt, i)), FieldType::String});
+        declared[i] = fieldTypeFromTypeName(QString::fromUtf8(sqlite3_column_decltype(stmt, i)));
+    }
+    int rc;
+    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
+        std::vector<Value> row;
+        row.reserve(count);
+        for (int i = 0; i < count; ++i) row.push_back(storedValue(stmt, i));
+        rows.rows.push_back(std::move(row));
+    }
+    if (rc != SQLITE_DONE) throw sqliteError(db);
+
+    for (int i = 0; i < count; ++i) {
+        FieldType type = FieldType::String;
+        if (declared[i]) {
+            type = *declared[i];
+        } else {
+            for (const auto& row : rows.rows)
+                if (row[i].isValid()) {
+                    type = fieldTypeOfStoredValue(row[i]);
+                    break;
+                }
+        }
+        rows.columns[i].type = type;
+        for (auto& row : rows.rows) row[i] = asFieldType(row[i], type);
+    }
+    return rows;
+}
+
+sqlite3* openDatabase(const QString& path, SqliteConnection::OpenMode mode) {
+    const bool inMemory = path == QLatin1String(":memory:");
+    if (path.isEmpty()) throw DatabaseError(QStringLiteral("database file not given"));
+    if (!inMemory && mode == SqliteConnection::OpenMode::ExistingFile && !QFileInfo::exists(path))
+        throw DatabaseError(QStringLiteral("database file not found: %1").arg(path));
+
+    int flags = SQLITE_OPEN_READWRITE;
+    if (mode == SqliteConnection::OpenMode::CreateIfMissing) flags |= SQLITE_OPEN_CREATE;
+    sqlite3* db = nullptr;
+    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &db, flags, nullptr);
+    if (rc != SQLITE_OK) {
+        // A handle comes back even on failure, holding the message.
+        const QString message = db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(rc));
+        sqlite3_close(db);
+        throw DatabaseError(QStringLiteral("%1: %2").arg(message, path));
+    }
+    sqlite3_extended_result_codes(db, 1);
+    sqlite3_busy_timeout(db, kBusyTimeoutMs);
+    // SQL Server enforces the schema's foreign keys; the embedded database does the same.
+    char* error = nullptr;
+    if (sqlite3_exec(db, "PRAGMA foreign_keys = ON", nullptr, nullptr, &error) != SQLITE_OK) {
+        const QString message = QString::fromUtf8(error ? error : sqlite3_errmsg(db));
+        sqlite3_free(error);
+        sqlite3_close(db);
+        throw DatabaseError(QStringLiteral("%1: %2").arg(message, path));
+    }
+    dialect::registerRuntime(db);
+    return db;
+}
+
+qint64 pragmaValue(sqlite3* db, const char* pragma) {
+    const char* next = pragma;
+    PreparedStatement stmt(db, next, pragma + std::strlen(pragma));
+    if (sqlite3_step(stmt.get()) != SQLITE_ROW) throw sqliteError(db);
+    return sqlite3_column_int64(stmt.get(), 0);
+}
+
+}  // namespace
+
+SqliteConnection::SqliteConnection(const QString& path, OpenMode mode)
+    : db_(openDatabase(path, mode)), catalog_(db_) {}
+
+SqliteConnection::~SqliteConnection() {
+    // A transaction the host left open is rolled back by closing, as a dropped server
+    // connection would.
+    sqlite3_close_v2(db_);
+}
+
+bool SqliteConnection::inTransaction() const { return sqlite3_get_autocommit(db_) == 0; }
+
+void SqliteConnection::execControl(const char* sql) {
+    if (sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) != SQLITE_OK) throw sqliteError(db_);
+}
+
+void SqliteConnection::begin() {
+    if (inTransaction()) throw transactionAlreadyOpen();
+    // IMMEDIATE takes the write lock now, so two connections that read and then write
+    // take turns under the busy timeout instead of one failing on a lock upgrade.
+    execControl("BEGIN IMMEDIATE");
+}
+
+void SqliteConnection::commit() {
+    if (!inTransaction()) throw noTransactionToCommit();
+    execControl("COMMIT");
+}
+
+void SqliteConnection::rollback() {
+    if (!inTransaction()) throw noTransactionToRollBack();
+    execControl("ROLLBACK");
+}
+
+void SqliteConnection::forgetStaleTranslations() {
+    // Both schema versions in one number; a change to either means tables came or went.
+    const qint64 versions = (pragmaValue(db_, "PRAGMA schema_version") << 32) ^
+                            pragmaValue(db_, "PRAGMA temp.schema_version");
+    if (versions == schemaVersions_) return;
+    translations_.clear();
+    catalog_.invalidate();
+    schemaVersions_ = versions;
+}
+
+QString SqliteConnection::translate(const QString& tsql) {
+    forgetStaleTranslations();
+    if (const QString* cached = translations_.object(tsql)) return *cached;
+    QString text;
+    try {
+        text = dialect::translateToSqlite(tsql, catalog_);
+    } catch (const dialect::SqlError& e) {
+        throw DatabaseError(QString::fromUtf8(e.what()));
+    }
+    translations_.insert(tsql, new QString(text));
+    return text;
+}
+
+SqliteConnection::Outcome SqliteConnection::run(const QString& sql) {
+    Outcome outcome;
+    runStatements(translate(sql).toUtf8(), outcome);
+    return outcome;
+}
+
+void SqliteConnection::runStatements(const QByteArray& text, Outcome& outcome) {
+    const char* next = text.constData();
+    const char* const end = next + text.size();
+    bool first = true;
+    bool wrapped = false;
+    auto undoText = [&] {
+        // The failure may already have ended the transaction (a full disk does).
+        if (wrapped && inTransaction()) {
+            sqlite3_exec(db_, "ROLLBACK TO kivdb_text", nullptr, nullptr, nullptr);
+            sqlite3_exec(db_, "RELEASE kivdb_text", nullptr, nullptr, nullptr);
+        }
+    };
+    try {
+        while (next < end) {
+            PreparedStatement stmt(db_, next, end);
+            if (!stmt) continue;
+            sqlite3_stmt* s = stmt.get();
+            const bool returnsRows = sqlite3_column_count(s) > 0;
+            const bool readOnly = sqlite3_stmt_readonly(s) != 0;
+            // A text of several statements run outside a transaction applies whole or not
+            // at all. One that starts with its own BEGIN manages its transaction itself.
+            const bool transactionControl = readOnly && !returnsRows;
+            if (first && !inTransaction() && !transactionControl &&
+                !QByteArray(next, int(end - next)).trimmed().isEmpty()) {
+                execControl("SAVEPOINT kivdb_text");
+                wrapped = true;
+            }
+            first = false;
+
+            const qint64 totalBefore = sqlite3_total_changes64(db_);
+            if (returnsRows) {
+                outcome.rows = readRows(db_, s);
+            } else if (sqlite3_step(s) != SQLITE_DONE) {
+                throw sqliteError(db_);
+            }
+            if (!readOnly) {
+                // sqlite3_changes64 keeps the count of the last INSERT/UPDATE/DELETE, so a
+                // statement that changed nothing in total (DDL, or no matching rows) adds 0.
+                const qint64 changed =
+                    sqlite3_total_changes64(db_) != totalBefore ? sqlite3_changes64(db_) : 0;
+                outcome.changed = std::max<qint64>(outcome.changed, 0) + changed;
+            }
+        }
+        if (wrapped && inTransaction()) execControl("RELEASE kivdb_text");
+    } catch (...) {
+        undoText();
+        throw;
+    }
+}
+
+RowSet SqliteConnection::runQuery(const QString& sql) { return run(sql).rows; }
+
+qint64 SqliteConnection::runExecute(const QString& sql) { return run(sql).changed; }
+
+void SqliteConnection::runProcedure(ProcedureCall& call) {
+    const EmbeddedProcedure procedure = findEmbeddedProcedure(call.name);
+    // A procedure that ends without RETURN answers 0 on the server.
+    for (auto& param : call.params)
+        if (param.direction == ParamDirection::ReturnValue) param.value = qlonglong(0);
+    procedure(*this, call);
+}
+
+}  // namespace kivdb

@@ -1,0 +1,57 @@
+#pragma once
+// The embedded database: a SQLite 3 file that runs the suite's T-SQL through the dialect
+// layer. Stored procedures come from the embedded procedure registry.
+#include "dialect/sqlite_catalog.h"
+#include "platform/connection.h"
+
+#include <QCache>
+
+struct sqlite3;
+
+namespace kivdb {
+
+class SqliteConnection final : public Connection {
+public:
+    // A missing file is an error for ordinary use, so a mistyped path never leaves an empty
+    // database behind; only creating a database (kivdb init) asks for CreateIfMissing.
+    enum class OpenMode { ExistingFile, CreateIfMissing };
+
+    // path ":memory:" opens a private in-memory database. Throws DatabaseError.
+    SqliteConnection(const QString& path, OpenMode mode);
+    ~SqliteConnection() override;
+
+    void begin() override;
+    void commit() override;
+    void rollback() override;
+    bool inTransaction() const override;
+    Backend backend() const override { return Backend::Embedded; }
+
+    // The SQLite text a T-SQL statement runs as. Throws DatabaseError.
+    QString translate(const QString& tsql);
+
+    sqlite3* handle() const { return db_; }
+
+protected:
+    RowSet runQuery(const QString& sql) override;
+    qint64 runExecute(const QString& sql) override;
+    void runProcedure(ProcedureCall& call) override;
+
+private:
+    struct Outcome {
+        RowSet rows;          // of the last statement that returned rows
+        qint64 changed = -1;  // rows changed; -1 when no statement could change any
+    };
+    Outcome run(const QString& sql);
+    void runStatements(const QByteArray& text, Outcome& outcome);
+    void forgetStaleTranslations();
+    void execControl(const char* sql);
+
+    sqlite3* db_;
+    dialect::SqliteCatalog catalog_;
+    // T-SQL text -> SQLite text, for the current schema. Bounded: statements carry their
+    // values in the text, so most are seen once.
+    QCache<QString, QString> translations_{2000};
+    qint64 schemaVersions_ = -1;            // main and temp schema versions the cache was built on
+};
+
+}  // namespace kivdb

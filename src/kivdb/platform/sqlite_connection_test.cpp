@@ -1,0 +1,258 @@
+#include "platform/sqlite_connection.h"
+
+#include "platform/connection_testing.h"
+#include "platform/procedure_registry.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <future>
+#include <thread>
+
+namespace kivdb {
+namespace {
+
+// Column types as the DDL translator writes them for the embedded database.
+const char* const kNoteTable =
+    "create table note (code nvarchar(20) not null, qty int, amount money_real, price decimal_real(18,4), "
+    "rate float, made datetime_text, posted bit)";
+
+class SqliteConnectionTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir_.isValid());
+        path_ = dir_.filePath(QStringLiteral("erp.kivdb"));
+        conn_ = std::make_unique<SqliteConnection>(path_, SqliteConnection::OpenMode::CreateIfMissing);
+        conn_->execute(kNoteTable);
+    }
+
+    qlonglong noteCount() { return conn_->query("select count(*) from note").rows[0][0].toLongLong(); }
+    bool statementsLeft() { return sqlite3_next_stmt(conn_->handle(), nullptr) != nullptr; }
+
+    QTemporaryDir dir_;
+    QString path_;
+    std::unique_ptr<SqliteConnection> conn_;
+};
+
+TEST_F(SqliteConnectionTest, ExpressionColumnsTakeTheirTypeFromTheFirstValue) {
+    conn_->execute("insert into note (code, qty, rate) values ('A-01', 12, 0.25)");
+    conn_->execute("insert into note (code) values ('B-02')");
+    struct Case {
+        const char* expression;
+        FieldType type;
+        Value expected;
+    };
+    const Case cases[] = {
+        {"qty + 1", FieldType::Integer, qlonglong(13)},
+        {"rate * 2", FieldType::Float, 0.5},
+        {"code || '/x'", FieldType::String, QStringLiteral("A-01/x")},
+        // The first value is null; the first non-null one decides.
+        {"case when code = 'A-01' then null else 7 end", FieldType::Integer, Value()},
+        {"null", FieldType::String, Value()},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.expression);
+        const RowSet rows = conn_->query(QStringLiteral("select %1 from note order by code").arg(QLatin1String(c.expression)));
+        ASSERT_EQ(rows.rows.size(), 2u);
+        EXPECT_EQ(rows.columns[0].type, c.type);
+        EXPECT_EQ(rows.rows[0][0], c.expected);
+        EXPECT_EQ(rows.rows[0][0].isValid(), c.expected.isValid());
+    }
+}
+TEST_F(SqliteConnectionTest, DateTextsReadAsDatesAndOtherTextIsKept) {
+    struct Case {
+        const char* stored;
+        Value expected;
+    };
+    const Case cases[] = {
+        {"2024-01-02", QDateTime(QDate(2024, 1, 2), QTime(0, 0))},
+        {"2024-01-02 03:04", QDateTime(QDate(2024, 1, 2), QTime(3, 4))},
+        {"2024-01-02 03:04:05.5", QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 500))},
+        {"2024-01-02T03:04:05.1239", QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 123))},
+        // Not dates: handed on as the text they are, never as a made-up date.
+        {"2024-02-30", QStringLiteral("2024-02-30")},
+        {"2024-01-02 24:00:00", QStringLiteral("2024-01-02 24:00:00")},
+        {"soon", QStringLiteral("soon")},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.stored);
+        conn_->execute("delete from note");
+        conn_->execute(QStringLiteral("insert into note (code, made) values ('D', '%1')").arg(QLatin1String(c.stored)));
+        EXPECT_EQ(conn_->query("select made from note").rows[0][0], c.expected);
+    }
+}
+
+TEST_F(SqliteConnectionTest, ExecuteAnswersRowsChangedByTheWholeText) {
+    struct Case {
+        const char* text;
+        qint64 changed;
+    };
+    const Case cases[] = {
+        {"insert into note (code) values ('a')", 1},
+        {"insert into note (code) values ('b'); insert into note (code) values ('c')", 2},
+        {"update note set qty = 1", 3},
+        {"update note set qty = 2 where code = 'none'", 0},
+        {"create table extra (x int)", 0},
+        {"select * from note", -1},
+        {"delete from note where code <> 'a'; select 1", 2},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text);
+        EXPECT_EQ(conn_->execute(c.text), c.changed);
+    }
+}
+
+TEST_F(SqliteConnectionTest, LastStatementWithRowsGivesTheResult) {
+    const RowSet rows = conn_->query(
+        "insert into note (code, qty) values ('a', 5); select code from note; select qty * 2 as twice from note");
+    ASSERT_EQ(rows.columns.size(), 1u);
+    EXPECT_EQ(rows.columns[0].name, QStringLiteral("twice"));
+    EXPECT_EQ(rows.rows[0][0], Value(qlonglong(10)));
+}
+
+TEST_F(SqliteConnectionTest, FailuresCarrySqliteMessageAndLeaveNothingBehind) {
+    conn_->execute("insert into note (code) values ('kept')");
+    struct Case {
+        const char* text;
+        const char* message;
+    };
+    const Case cases[] = {
+        {"selec 1", "near \"selec\": syntax error"},
+        {"select * from nosuch", "no such table: nosuch"},
+        {"insert into note (qty) values (1)", "NOT NULL constraint failed: note.code"},
+        // The first insert of a text that fails later is undone with it.
+        {"insert into note (code) values ('half'); insert into nosuch values (1)", "no such table: nosuch"},
+        {"insert into note (code) values ('half'); insert into note (qty) values (1)",
+         "NOT NULL constraint failed: note.code"},
+        {"insert into note (code) values ('half'); select code from note; select * from nosuch",
+         "no such table: nosuch"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text);
+        EXPECT_EQ(databaseErrorOf([&] { conn_->query(c.text); }), c.message);
+        EXPECT_FALSE(statementsLeft());
+        EXPECT_FALSE(conn_->inTransaction());
+        EXPECT_EQ(noteCount(), 1);
+    }
+}
+
+TEST_F(SqliteConnectionTest, ForeignKeysAreEnforced) {
+    conn_->execute("create table head (id int primary key)");
+    conn_->execute("create table line (head_id int references head(id))");
+    EXPECT_THROW(conn_->execute("insert into line values (7)"), DatabaseError);
+    conn_->execute("insert into head values (7)");
+    EXPECT_EQ(conn_->execute("insert into line values (7)"), 1);
+}
+
+TEST_F(SqliteConnectionTest, TwoConnectionsToOneFileTakeTurns) {
+    auto other = Connection::open(QStringLiteral("sqlite:") + path_);
+    conn_->begin();
+    conn_->execute("insert into note (code) values ('first')");
+    // The other connection still reads the committed state ...
+    EXPECT_EQ(other->query("select count(*) from note").rows[0][0].toLongLong(), 0);
+    // ... and its write waits for the commit instead of failing.
+    auto otherWrite = std::async(std::launch::async, [&] {
+        return other->execute("insert into note (code) values ('second')");
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    conn_->commit();
+    EXPECT_EQ(otherWrite.get(), 1);
+    EXPECT_EQ(noteCount(), 2);
+}
+
+TEST(SqliteConnectionOpen, OpensByUrlAndRefusesWhatItCannotOpen) {
+    QTemporaryDir dir;
+    const QString missing = dir.filePath(QStringLiteral("missing.kivdb"));
+    struct Case {
+        QString url;
+        QString message;
+    };
+    const Case cases[] = {
+        {QStringLiteral("sqlite:") + missing, QStringLiteral("database file not found: ") + missing},
+        {QStringLiteral("sqlite:"), QStringLiteral("database file not given")},
+        {QStringLiteral("mysql:x"),
+         QStringLiteral("unknown kind of connection: expected sqlite:PATH or odbc:CONNECTION-STRING")},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.url.toStdString());
+        EXPECT_EQ(databaseErrorOf([&] { Connection::open(c.url); }), c.message.toStdString());
+    }
+    EXPECT_FALSE(QFileInfo::exists(missing));
+
+    auto memory = Connection::open(QStringLiteral("sqlite::memory:"));
+    EXPECT_EQ(memory->backend(), Backend::Embedded);
+    EXPECT_EQ(memory->query("select 40 + 2").rows[0][0], Value(qlonglong(42)));
+}
+
+// A counter procedure in the manner of the suite's numbering: reads and advances a row,
+// answers through output parameters and its return value.
+void nextNumber(Connection& conn, ProcedureCall& call) {
+    const QString kind = call.param("@Kind").value.toString();
+    const qlonglong step = call.param("@Step").value.toLongLong();
+    const RowSet current =
+        conn.query(QStringLiteral("select last from counter where kind = '%1'").arg(kind));
+    if (current.empty()) {
+        call.param("@RETURN_VALUE").value = qlonglong(-1);
+        return;
+    }
+    const qlonglong next = current.rows[0][0].toLongLong() + step;
+    conn.execute(QStringLiteral("update counter set last = %1 where kind = '%2'").arg(next).arg(kind));
+    call.param("@No").value = QStringLiteral("%1-%2").arg(call.param("@Prefix").value.toString()).arg(next);
+    call.param("@Prefix").value = QStringLiteral("已编号");
+}
+
+TEST(EmbeddedProcedures, RegisteredProcedureRunsWithInOutAndReturnParameters) {
+    SqliteConnection conn(QStringLiteral(":memory:"), SqliteConnection::OpenMode::CreateIfMissing);
+    conn.execute("create table counter (kind text, last int); insert into counter values ('SO', 41)");
+    const EmbeddedProcedureRegistration registration(QStringLiteral("kivdb_NextNumber"), nextNumber);
+    QStringList seen;
+    conn.addObserver([&](const StatementEvent& e) {
+        seen << (e.kind == StatementEvent::Procedure ? QStringLiteral("PROC ") : QStringLiteral("SQL ")) + e.text;
+    });
+
+    struct Case {
+        QString name;
+        QString kind;
+        Value returned;
+        Value number;
+    };
+    const Case cases[] = {
+        {QStringLiteral("kivdb_NextNumber"), QStringLiteral("SO"), qlonglong(0), QStringLiteral("出库-42")},
+        {QStringLiteral("[dbo].[KIVDB_NEXTNUMBER]"), QStringLiteral("SO"), qlonglong(0), QStringLiteral("出库-43")},
+        {QStringLiteral("dbo.kivdb_nextnumber"), QStringLiteral("PO"), qlonglong(-1), Value()},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name.toStdString());
+        ProcedureCall call{c.name, {}};
+        call.add("@RETURN_VALUE", FieldType::Integer, ParamDirection::ReturnValue)
+            .add("@Kind", FieldType::String, ParamDirection::Input, 10, c.kind)
+            .add("@Step", FieldType::Integer, ParamDirection::Input, 0, 1)
+            .add("@Prefix", FieldType::String, ParamDirection::InputOutput, 10, QStringLiteral("出库"))
+            .add("@No", FieldType::String, ParamDirection::Output, 20);
+        conn.call(call);
+        EXPECT_EQ(call.param("@RETURN_VALUE").value, c.returned);
+        EXPECT_EQ(call.param("@No").value, c.number);
+    }
+    EXPECT_EQ(conn.query("select last from counter").rows[0][0], Value(qlonglong(43)));
+    EXPECT_EQ(seen.first(), QStringLiteral("PROC kivdb_NextNumber"));
+    EXPECT_EQ(seen.at(1), QStringLiteral("SQL select last from counter where kind = 'SO'"));
+}
+
+TEST(EmbeddedProcedures, UnknownOrUnregisteredNameIsServerError) {
+    SqliteConnection conn(QStringLiteral(":memory:"), SqliteConnection::OpenMode::CreateIfMissing);
+    {
+        const EmbeddedProcedureRegistration registration(QStringLiteral("kivdb_Scoped"),
+                                                         [](Connection&, ProcedureCall&) {});
+        ProcedureCall call{QStringLiteral("kivdb_Scoped"), {}};
+        EXPECT_NO_THROW(conn.call(call));
+    }
+    for (const QString name : {QStringLiteral("kivdb_Scoped"), QStringLiteral("dbo.NoSuchProc")}) {
+        ProcedureCall call{name, {}};
+        EXPECT_EQ(databaseErrorOf([&] { conn.call(call); }),
+                  QStringLiteral("Could not find stored procedure '%1'.").arg(name).toStdString());
+    }
+}
+
+}  // namespace
+}  // namespace kivdb
