@@ -47,7 +47,9 @@ def text_result(export, conn, sql, encoding):
 
 
 with tempfile.TemporaryDirectory() as tmp:
-    conn = lib.kivdb_connect(f"sqlite:{os.path.join(tmp, 'ctypes.db')}".encode())
+    path = os.path.join(tmp, "ctypes.db")
+    open(path, "w").close()  # an empty file is an empty embedded database
+    conn = lib.kivdb_connect(f"sqlite:{path}".encode())
     check(conn is not None, "connect")
     lib.ExecTmpQuery(conn, "create table Bs_Customer (CustNo varchar(10), CustName varchar(40), "
                            "Credit float, SaleByTax bit)".encode("gbk"))

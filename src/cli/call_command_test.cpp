@@ -6,13 +6,13 @@
 
 namespace {
 
-struct Run {
+struct CliRun {
     int status;
     QString out;
     QString err;
 };
 
-Run kivdb(const QStringList& args) {
+CliRun kivdb(const QStringList& args) {
     QProcess p;
     p.start(QStringLiteral(KIVDB_CLI_PATH), args);
     p.waitForFinished(30000);
@@ -26,10 +26,10 @@ protected:
         db_ = dir_.filePath("call.kivdb");
         ASSERT_EQ(kivdb({"init", "--db", db_}).status, 0);
         for (const char* sql : {
-                 "create table Bs_ProdList (PartNo varchar(20), PartName varchar(40), Price float, "
+                 "create table ProbeParts (PartNo varchar(20), PartName varchar(40), Price float, "
                  "Qty int, Made datetime, bLot bit)",
-                 "insert into Bs_ProdList values ('P1', '齿轮', 12.5, 3, '2006-03-31', 1)",
-                 "insert into Bs_ProdList values ('P2', '轴承', 0.1, 4, '2006-04-01 08:30:00', 0)",
+                 "insert into ProbeParts values ('P1', '齿轮', 12.5, 3, '2006-03-31', 1)",
+                 "insert into ProbeParts values ('P2', '轴承', 0.1, 4, '2006-04-01 08:30:00', 0)",
                  "create table StkDtl (RefNo int, LineId int, TmpNo varchar(20))",
                  "insert into StkDtl values (7, 4, '')",
              })
@@ -46,30 +46,30 @@ TEST_F(CallCommand, PrintsEachResultTypeInItsOwnForm) {
         QStringList args;
         const char* expected;
     } cases[] = {
-        {{"SelTableStringValue", "select PartName from Bs_ProdList where PartNo = 'P1'"}, "齿轮\n"},
-        {{"SelTableIntValue", "select Qty from Bs_ProdList where PartNo = 'P2'"}, "4\n"},
-        {{"SelTableIntegerValue2", "select Qty from Bs_ProdList where PartNo = 'none'"}, "-1\n"},
-        {{"SelTableFloatValue", "select Price from Bs_ProdList where PartNo = 'P1'"}, "12.5\n"},
-        {{"SelTableFloatValue", "select Price from Bs_ProdList where PartNo = 'P2'"}, "0.1\n"},
-        {{"SelTableFloatValue", "select Qty from Bs_ProdList where PartNo = 'P1'"}, "3\n"},
-        {{"SelTableBooleanValue", "select bLot from Bs_ProdList where PartNo = 'P1'"}, "true\n"},
-        {{"SelTableDateValue", "select Made from Bs_ProdList where PartNo = 'P1'"}, "2006-03-31\n"},
-        {{"SelTableDateValue", "select Made from Bs_ProdList where PartNo = 'P2'"}, "2006-04-01 08:30:00\n"},
-        {{"SelTableDateValue", "select Made from Bs_ProdList where PartNo = 'none'"}, "0\n"},
-        {{"SelTableVariantValue", "select PartName from Bs_ProdList where PartNo = 'none'"}, "null\n"},
-        {{"TableExistIntValue", "Bs_ProdList", "Qty", "4"}, "true\n"},
+        {{"SelTableStringValue", "select PartName from ProbeParts where PartNo = 'P1'"}, "齿轮\n"},
+        {{"SelTableIntValue", "select Qty from ProbeParts where PartNo = 'P2'"}, "4\n"},
+        {{"SelTableIntegerValue2", "select Qty from ProbeParts where PartNo = 'none'"}, "-1\n"},
+        {{"SelTableFloatValue", "select Price from ProbeParts where PartNo = 'P1'"}, "12.5\n"},
+        {{"SelTableFloatValue", "select Price from ProbeParts where PartNo = 'P2'"}, "0.1\n"},
+        {{"SelTableFloatValue", "select Qty from ProbeParts where PartNo = 'P1'"}, "3\n"},
+        {{"SelTableBooleanValue", "select bLot from ProbeParts where PartNo = 'P1'"}, "true\n"},
+        {{"SelTableDateValue", "select Made from ProbeParts where PartNo = 'P1'"}, "2006-03-31\n"},
+        {{"SelTableDateValue", "select Made from ProbeParts where PartNo = 'P2'"}, "2006-04-01 08:30:00\n"},
+        {{"SelTableDateValue", "select Made from ProbeParts where PartNo = 'none'"}, "0\n"},
+        {{"SelTableVariantValue", "select PartName from ProbeParts where PartNo = 'none'"}, "null\n"},
+        {{"TableExistIntValue", "ProbeParts", "Qty", "4"}, "true\n"},
         {{"GetSpErrorMsg", "-5"}, "返回存储过程错误信息 -5\n"},
-        {{"ExecTmpQuery", "update Bs_ProdList set Qty = 5 where PartNo = 'P9'"}, ""},
+        {{"ExecTmpQuery", "update ProbeParts set Qty = 5 where PartNo = 'P9'"}, ""},
     };
     for (const auto& c : cases) {
-        const Run r = kivdb(call(c.args));
+        const CliRun r = kivdb(call(c.args));
         EXPECT_EQ(r.status, 0) << c.args.join(' ').toStdString() << "\n" << r.err.toStdString();
         EXPECT_EQ(r.out, QString::fromUtf8(c.expected)) << c.args.join(' ').toStdString();
     }
 }
 
 TEST_F(CallCommand, TraceShowsStatementsAsBuiltAndMessagesInOrder) {
-    const Run r = kivdb({"call", "--db", db_, "--trace", "IsExitNoInputStkInBillInfor", "StkDtl", "7", "TmpNo"});
+    const CliRun r = kivdb({"call", "--db", db_, "--trace", "IsExitNoInputStkInBillInfor", "StkDtl", "7", "TmpNo"});
     EXPECT_EQ(r.status, 0) << r.err.toStdString();
     EXPECT_EQ(r.out, "true\n");
     EXPECT_EQ(r.err, QStringLiteral("SQL:  select LineId from StkDtl where RefNo = 7 and Ltrim(TmpNo)=''\n"
@@ -80,12 +80,12 @@ TEST_F(CallCommand, ErrorsPrintOneLineAndExitWithOne) {
     const QStringList bad[] = {
         {"NoSuchExport"},
         {"SelTableIntValue"},                                  // missing argument
-        {"TableExistIntValue", "Bs_ProdList", "Qty", "four"},  // not an integer
+        {"TableExistIntValue", "ProbeParts", "Qty", "four"},  // not an integer
         {"SelTableIntValue", "select nothing from nowhere"},   // the database refuses
-        {"TableExistStringValue", "Bs_ProdList", "PartNo", "P1' or '1'='1"},  // quote guard
+        {"TableExistStringValue", "ProbeParts", "PartNo", "P1' or '1'='1"},  // quote guard
     };
     for (const QStringList& args : bad) {
-        const Run r = kivdb(call(args));
+        const CliRun r = kivdb(call(args));
         EXPECT_EQ(r.status, 1) << args.join(' ').toStdString();
         EXPECT_TRUE(r.out.isEmpty());
         EXPECT_TRUE(r.err.startsWith("error: ")) << r.err.toStdString();

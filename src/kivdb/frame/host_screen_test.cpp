@@ -1,6 +1,7 @@
 #include "frame/host_screen.h"
 #include "kivdb/exports.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -18,7 +19,11 @@ protected:
     void TearDown() override {
         for (HostDataModule* m : added_) HostScreen::instance().removeDataModule(*m);
     }
-    QString database(const QString& name) { return "sqlite:" + dir_.filePath(name); }
+    // An empty file is an empty embedded database.
+    QString database(const QString& name) {
+        QFile(dir_.filePath(name)).open(QIODevice::WriteOnly);
+        return "sqlite:" + dir_.filePath(name);
+    }
 
 private:
     std::vector<HostDataModule*> added_;

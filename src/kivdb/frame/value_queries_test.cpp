@@ -58,7 +58,6 @@ TEST(SingleValueQueries, AnswerTheFirstFieldOrTheDefault) {
         {"String", "select Price from T where Code = 'A'", "12.5"},
         {"String", "select Code, Name from T order by Code desc", "C"},  // first row, first column
         {"Int", "select Qty from T where Code = 'A'", "7"},
-        {"Int", "select Max(Qty) from Empty", "0"},
         {"Int", "select Max(N) from Empty", "0"},
         {"Integer", "select Qty from T where Code = 'B'", "-3"},
         {"Integer", "select Qty from T where Code = 'Z'", "0"},
