@@ -7,9 +7,12 @@
 //                                            run one T-SQL statement and print its rows, one a
 //                                            line, values tab-separated, NULL as NULL; with
 //                                            --translate print the SQLite text instead
+//   kivdb call [--db FILE] [--trace] [--confirm yes|no] EXPORT [ARG...]
+//                                            call an export by name (see call_command.cpp)
 //
 // Failures print "error: MESSAGE" on stderr and exit with 1; a malformed command line
 // prints the usage and exits with 2.
+#include "cli/call_command.h"
 #include "platform/sqlite_connection.h"
 
 #include <QCoreApplication>
@@ -30,7 +33,8 @@ constexpr int kExitUsage = 2;
 
 const char* const kUsage =
     "usage: kivdb init --db FILE [--schema DIR]\n"
-    "       kivdb sql --db FILE [--translate] STATEMENT\n";
+    "       kivdb sql --db FILE [--translate] STATEMENT\n"
+    "       kivdb call [--db FILE] [--trace] [--confirm yes|no] EXPORT [ARG...]\n";
 
 struct UsageError {
     QString message;
@@ -162,6 +166,10 @@ int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     QStringList args = app.arguments();
     args.removeFirst();
+    if (!args.isEmpty() && args.first() == QLatin1String("call")) {
+        args.removeFirst();
+        return kivdb::cli::runCall(args);
+    }
     try {
         const CommandLine line = parseCommandLine(args);
         if (line.verb == QLatin1String("init")) runInit(line);

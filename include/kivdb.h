@@ -1,0 +1,85 @@
+/* kivdb: the suite's shared library of database functions, C interface.
+ *
+ * Conventions
+ *  - Every export takes the connection first (a handle from kivdb_connect or GetDataConnection).
+ *  - Strings are const char* in the library's encoding: GBK by default, see kivdb_set_encoding.
+ *  - String and variant results come through a first hidden pointer argument: the library frees
+ *    what the variable held and stores a new value, which the caller frees with kivdb_free
+ *    (strings) or kivdb_variant_free (variants).
+ *  - Booleans are one byte; dates are doubles, days since 30 December 1899 (0 = no date).
+ *  - Errors never cross as exceptions: the export answers its default and kivdb_last_error()
+ *    holds the message for the calling thread; a successful call clears it.
+ */
+#ifndef KIVDB_H
+#define KIVDB_H
+
+#include <stdbool.h>
+#include <stdint.h>
+
+#if defined(_WIN32)
+#  define KIVDB_API __declspec(dllexport)
+#  if defined(_M_IX86) || defined(__i386__)
+#    define KIVDB_CALL __stdcall
+#  else
+#    define KIVDB_CALL
+#  endif
+#else
+#  define KIVDB_API __attribute__((visibility("default")))
+#  define KIVDB_CALL
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef struct kivdb_conn kivdb_conn;
+typedef struct kivdb_variant kivdb_variant;
+typedef struct kivdb_host_module kivdb_host_module;
+
+/* Connections: "sqlite:PATH" (embedded database) or "odbc:CONNECTION-STRING". */
+KIVDB_API kivdb_conn* KIVDB_CALL kivdb_connect(const char* url);
+/* Closes a connection made by kivdb_connect; a host-owned one (GetDataConnection) is left alone. */
+KIVDB_API void KIVDB_CALL kivdb_disconnect(kivdb_conn* conn);
+
+/* The calling thread's last error, "" when the last call succeeded. Valid until the next call. */
+KIVDB_API const char* KIVDB_CALL kivdb_last_error(void);
+/* "GBK" (default) or "UTF-8"; answers false for an encoding the library does not know. */
+KIVDB_API bool KIVDB_CALL kivdb_set_encoding(const char* name);
+KIVDB_API void KIVDB_CALL kivdb_free(char* text);
+
+/* Variants: null, integer, float, text, Boolean, date, or an array of variants. */
+enum kivdb_variant_type {
+    KIVDB_VT_NULL = 0, KIVDB_VT_INT = 1, KIVDB_VT_FLOAT = 2, KIVDB_VT_TEXT = 3,
+    KIVDB_VT_BOOL = 4, KIVDB_VT_DATE = 5, KIVDB_VT_ARRAY = 6
+};
+KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_null(void);
+KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_int(int64_t value);
+KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_float(double value);
+KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_text(const char* value);
+KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_bool(bool value);
+KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_date(double value);
+/* An array holding copies of the items. */
+KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_array(const kivdb_variant* const* items, int32_t count);
+KIVDB_API int32_t KIVDB_CALL kivdb_variant_type(const kivdb_variant* v);
+KIVDB_API int64_t KIVDB_CALL kivdb_variant_as_int(const kivdb_variant* v);
+KIVDB_API double KIVDB_CALL kivdb_variant_as_float(const kivdb_variant* v);
+/* The value as text; the caller frees it with kivdb_free. */
+KIVDB_API char* KIVDB_CALL kivdb_variant_as_text(const kivdb_variant* v);
+KIVDB_API int32_t KIVDB_CALL kivdb_variant_count(const kivdb_variant* v);
+KIVDB_API const kivdb_variant* KIVDB_CALL kivdb_variant_item(const kivdb_variant* v, int32_t index);
+KIVDB_API void KIVDB_CALL kivdb_variant_free(kivdb_variant* v);
+
+/* The host's data modules, searched by GetDataConnection. A component given a connection URL
+ * is a connection component; it connects when GetDataConnection first opens it. */
+KIVDB_API kivdb_host_module* KIVDB_CALL kivdb_host_add_data_module(const char* class_name);
+KIVDB_API bool KIVDB_CALL kivdb_host_add_component(kivdb_host_module* module, const char* class_name,
+                                                   const char* connection_url);
+KIVDB_API void KIVDB_CALL kivdb_host_remove_data_module(kivdb_host_module* module);
+
+#include "kivdb_exports.h"
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* KIVDB_H */
