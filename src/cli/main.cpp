@@ -13,6 +13,7 @@
 // Failures print "error: MESSAGE" on stderr and exit with 1; a malformed command line
 // prints the usage and exits with 2.
 #include "cli/call_command.h"
+#include "integrity/schema_loader.h"
 #include "platform/sqlite_connection.h"
 
 #include <QCoreApplication>
@@ -20,7 +21,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLocale>
-#include <QRegularExpression>
 #include <cstdio>
 
 namespace {
@@ -72,51 +72,18 @@ CommandLine parseCommandLine(QStringList args) {
     return line;
 }
 
-// The suite's tables, from the table scripts under schemaDir/mssql: NN_*.sql in name order
-// (procedures.sql is for SQL Server alone; the embedded engine has its own), each cut at
-// its "go" lines, all in one transaction. Without scripts the database stays empty.
-// TODO: the schema loader does this with the dialect's translation; once both are in one
-// tree, call integrity::applySchema(conn.handle(), schemaDir) here, when
-// integrity::tableScripts(schemaDir) finds any (applySchema refuses a tree without).
-void applySchema(SqliteConnection& conn, const QString& schemaDir) {
-    const QDir dir(schemaDir + QStringLiteral("/mssql"));
-    static const QRegularExpression tableScript(QStringLiteral("^[0-9]+_.*\\.sql$"));
-    static const QRegularExpression goLine(QStringLiteral(R"(^[ \t]*go[ \t]*$)"),
-                                           QRegularExpression::CaseInsensitiveOption |
-                                               QRegularExpression::MultilineOption);
-    conn.begin();
-    try {
-        for (const QString& name : dir.entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name)) {
-            if (!tableScript.match(name).hasMatch()) continue;
-            QFile file(dir.filePath(name));
-            if (!file.open(QIODevice::ReadOnly))
-                throw DatabaseError(QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));
-            for (const QString& batch : QString::fromUtf8(file.readAll()).split(goLine)) {
-                if (batch.trimmed().isEmpty()) continue;
-                try {
-                    conn.execute(batch);
-                } catch (const DatabaseError& e) {
-                    throw DatabaseError(QStringLiteral("%1: %2").arg(name, e.message()));
-                }
-            }
-        }
-        conn.commit();
-    } catch (...) {
-        if (conn.inTransaction()) conn.rollback();
-        throw;
-    }
-}
-
 void runInit(const CommandLine& line) {
     if (!line.positional.isEmpty()) throw UsageError{QStringLiteral("init takes no statement")};
     // Never touch an existing database: init is for a new one.
     if (QFileInfo::exists(line.database))
         throw DatabaseError(QStringLiteral("database file already exists: %1").arg(line.database));
     const QString schemaDir =
-        line.schemaDir.isEmpty() ? QStringLiteral(KIVDB_SOURCE_DIR "/schema") : line.schemaDir;
+        line.schemaDir.isEmpty() ? kivdb::integrity::defaultSchemaDirectory() : line.schemaDir;
     try {
         SqliteConnection conn(line.database, SqliteConnection::OpenMode::CreateIfMissing);
-        applySchema(conn, schemaDir);
+        // A tree without table scripts leaves the new database empty.
+        if (!kivdb::integrity::tableScripts(schemaDir).isEmpty())
+            kivdb::integrity::applySchema(conn.handle(), schemaDir);
     } catch (...) {
         // A database whose schema failed halfway is worse than none.
         QFile::remove(line.database);
