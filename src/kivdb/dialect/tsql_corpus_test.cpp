@@ -18,7 +18,8 @@
 //   1
 //
 // In rows NULL stands for a null and '' for an empty text; integers are written in decimal and
-// reals in their shortest form (12.5, 0.1, 3). Other lines starting with "--" are comments.
+// reals in their shortest form (12.5, 0.1, 3). Blanks in rows are significant, so a row may be
+// all blanks; empty lines are skipped. Other lines starting with "--" are comments.
 // Each case runs on a fresh in-memory database: fixtures first, then the statement.
 #include "dialect/dialect.h"
 #include "dialect/sqlite_catalog.h"
@@ -131,7 +132,8 @@ private:
         }
         if (auto kind = directiveArgument(line, QLatin1String("expect"))) return expect(*kind);
         if (auto select = directiveArgument(line, QLatin1String("then"))) return startCheck(*select);
-        if (line.trimmed().isEmpty() || line.startsWith(QLatin1String("--"))) return;  // comment
+        if (line.startsWith(QLatin1String("--"))) return;  // comment
+        if (line.isEmpty() || (line.trimmed().isEmpty() && state_ != State::Rows)) return;  // a row may be all blanks
         switch (state_) {
         case State::Top:
             fail(QStringLiteral("text outside a fixture or case"));
