@@ -34,7 +34,6 @@
 #include <QRegularExpression>
 
 #include <charconv>
-#include <cmath>
 #include <memory>
 #include <optional>
 #include <stdexcept>
