@@ -335,8 +335,16 @@ struct Outcome {
 class EmbeddedDatabase {
 public:
     EmbeddedDatabase() {
-        if (sqlite3_open(":memory:", &db_) != SQLITE_OK) throw std::runtime_error("cannot open an in-memory database");
-        registerRuntime(db_);
+        if (sqlite3_open(":memory:", &db_) != SQLITE_OK) {
+            sqlite3_close_v2(db_);
+            throw std::runtime_error("cannot open an in-memory database");
+        }
+        try {
+            registerRuntime(db_);
+        } catch (...) {
+            sqlite3_close_v2(db_);
+            throw;
+        }
     }
     ~EmbeddedDatabase() { sqlite3_close_v2(db_); }
     EmbeddedDatabase(const EmbeddedDatabase&) = delete;
