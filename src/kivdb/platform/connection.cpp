@@ -61,9 +61,18 @@ qint64 Connection::execute(const QString& sql) {
     return runExecute(sql);
 }
 
+// What a procedure runs is the server's business: on SQL Server observers never see it, so
+// the statements of an embedded procedure are not shown either.
 void Connection::call(ProcedureCall& call) {
     notify({StatementEvent::Procedure, call.name, &call});
-    runProcedure(call);
+    ++insideProcedure_;
+    try {
+        runProcedure(call);
+    } catch (...) {
+        --insideProcedure_;
+        throw;
+    }
+    --insideProcedure_;
 }
 
 int Connection::addObserver(StatementObserver observer) {
@@ -76,6 +85,7 @@ void Connection::removeObserver(int id) {
 }
 
 void Connection::notify(const StatementEvent& event) {
+    if (insideProcedure_ > 0) return;
     for (auto& [id, observer] : observers_) observer(event);
 }
 

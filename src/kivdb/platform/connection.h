@@ -111,6 +111,7 @@ protected:
 private:
     std::vector<std::pair<int, StatementObserver>> observers_;
     int nextObserverId_ = 1;
+    int insideProcedure_ = 0;
 };
 
 }  // namespace kivdb

@@ -18,7 +18,12 @@ public:
 protected:
     RowSet runQuery(const QString&) override { ++runs; return {}; }
     qint64 runExecute(const QString&) override { ++runs; return 0; }
-    void runProcedure(ProcedureCall&) override { ++runs; }
+    // Like an embedded procedure: runs statements of its own on the same connection.
+    void runProcedure(ProcedureCall& call) override {
+        ++runs;
+        execute("update counters set n = n + 1");
+        if (call.name == "failing") throw DatabaseError("procedure failed");
+    }
 };
 
 TEST(ConnectionFrontEnd, EmptyTextIsRefusedButStillObserved) {
@@ -46,6 +51,16 @@ TEST(ConnectionFrontEnd, ObserversSeeEventsInOrderUntilRemoved) {
     conn.removeObserver(id);
     conn.query("select 2");
     EXPECT_EQ(seen, (QStringList{"SQL  select 1 ", "PROC bs_Get_BillSeqNo", "SQL update t set a = 1"}));
+}
+
+TEST(ConnectionFrontEnd, StatementsInsideAProcedureAreNotObservedEvenWhenItFails) {
+    NullConnection conn;
+    QStringList seen;
+    conn.addObserver([&](const StatementEvent& e) { seen << e.text; });
+    ProcedureCall failing{"failing", {}};
+    EXPECT_THROW(conn.call(failing), DatabaseError);
+    conn.query("select 3");
+    EXPECT_EQ(seen, (QStringList{"failing", "select 3"}));
 }
 
 }  // namespace
