@@ -1,9 +1,11 @@
 #include "kivdb/exports.h"
 #include "platform/message_sink.h"
 #include "platform/oledate.h"
+#include "platform/sqlite_connection.h"
 #include "testing/test_database.h"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 namespace kivdb {
 namespace {
@@ -86,11 +88,20 @@ TEST(SingleValueQueries, AnswerTheFirstFieldOrTheDefault) {
         EXPECT_EQ(ask(*conn, c.helper, c.sql), c.expected) << c.helper << ": " << c.sql;
 }
 
-TEST(SingleValueQueries, ConversionAndDatabaseErrorsReachTheCallerAndLeaveTheConnectionUsable) {
+TEST(SingleValueQueries, ErrorsReachTheCallerAndLeaveNoStatementOpen) {
     auto conn = valuesDatabase();
-    EXPECT_THROW(SelTableIntValue(*conn, "select Name from T where Code = 'A'"), std::exception);
-    EXPECT_THROW(SelTableStringValue(*conn, "select Nope from T"), DatabaseError);
-    EXPECT_THROW(SelTableStringValue(*conn, ""), DatabaseError);
+    sqlite3* db = static_cast<SqliteConnection&>(*conn).handle();
+    const std::function<void()> failing[] = {
+        [&] { SelTableIntValue(*conn, "select Name from T where Code = 'A'"); },  // not a number
+        [&] { SelTableStringValue(*conn, "select Nope from T"); },
+        [&] { SelTableStringValue(*conn, "select Code from Missing"); },
+        [&] { SelTableStringValue(*conn, ""); },
+        [&] { ExecTmpQuery(*conn, "insert into T (Code) values ('unterminated)"); },
+    };
+    for (const auto& call : failing) {
+        EXPECT_THROW(call(), std::exception);
+        EXPECT_EQ(sqlite3_next_stmt(db, nullptr), nullptr);
+    }
     EXPECT_EQ(SelTableIntValue(*conn, "select Qty from T where Code = 'A'"), 7);
 }
 
