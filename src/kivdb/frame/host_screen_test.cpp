@@ -33,7 +33,6 @@ private:
 // Each database file holds its own name, so the connection found tells where it came from.
 QString whichDatabase(Connection* conn) {
     if (!conn) return QStringLiteral("none");
-    conn->execute("create table if not exists Who (Name varchar(20))");
     return SelTableStringValue(*conn, "select Name from Who");
 }
 
