@@ -176,6 +176,11 @@ private:
             }
             Typed t = expr(*item.expr, scope);
             if (kinds) kinds->push_back(t.kind);
+            // A computed text keeps the server's collation for union, distinct and group by.
+            if (item.expr->kind != ExprKind::Column) {
+                if (t.kind == ColumnKind::Text) t.sql = paren(t.sql) + QStringLiteral(" COLLATE TSQL_CI");
+                else if (t.kind == ColumnKind::DateTime) t.sql = paren(t.sql) + QStringLiteral(" COLLATE TSQL_DATE");
+            }
             items << (item.alias.isEmpty() ? t.sql : t.sql + QStringLiteral(" AS ") + quoteName(item.alias));
         }
         out += items.join(QStringLiteral(", "));
@@ -322,18 +327,23 @@ private:
         QString alias;
     };
     Target findTarget(const Statement& s, std::vector<const TableSource*>& rest) {
-        Target target{s.table, {}};
-        bool found = false;
-        for (const auto& source : s.from) {
-            if (!found && source->kind == TableSource::Table &&
-                source->exposedName().compare(s.table, Qt::CaseInsensitive) == 0) {
-                target = {source->name, source->alias};
-                found = true;
-                continue;
-            }
-            rest.push_back(source.get());
+        // By its exposed name first; else the one reference to the table, aliased or not.
+        const TableSource* match = nullptr;
+        for (const auto& source : s.from)
+            if (source->kind == TableSource::Table && source->exposedName().compare(s.table, Qt::CaseInsensitive) == 0)
+                match = source.get();
+        if (!match) {
+            int references = 0;
+            for (const auto& source : s.from)
+                if (source->kind == TableSource::Table && source->name.compare(s.table, Qt::CaseInsensitive) == 0) {
+                    match = source.get();
+                    ++references;
+                }
+            if (references > 1) match = nullptr;
         }
-        return target;
+        for (const auto& source : s.from)
+            if (source.get() != match) rest.push_back(source.get());
+        return match ? Target{match->name, match->alias} : Target{s.table, {}};
     }
 
     QString update(const Statement& s) {
