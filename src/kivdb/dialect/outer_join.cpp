@@ -324,14 +324,30 @@ private:
             if (!core.outerJoinsRewritten) continue;
             QStringList groups;
             for (const auto& source : core.from) groups << tableText(*source);
-            replacements_.push_back({core.fromSpan, QStringLiteral("from ") + groups.join(QStringLiteral(", "))});
-            replacements_.push_back({core.whereSpan, core.where ? QStringLiteral("where ") + exprText(*core.where)
-                                                                : QString()});
+            replacements_.push_back({core.fromSpan, keyword(core.fromSpan.begin, 4) + groups.join(QStringLiteral(", "))});
+            replacements_.push_back({core.whereSpan, core.where ? keyword(core.whereSpan.begin, 5) + exprText(*core.where) : QString()});
         }
     }
 
+    // A clause keyword as written, with the blanks that follow it.
+    QString keyword(int begin, int length) const {
+        int end = begin + length;
+        while (end < source_.size() && source_[end].isSpace()) ++end;
+        return source_.mid(begin, end - begin);
+    }
+
     QString exprText(const Expr& e) const {
-        if (e.synthesized) return exprText(*e.args[0]) + QStringLiteral(" and ") + exprText(*e.args[1]);
+        if (e.synthesized) {
+            // Neighbours in the source keep the text between them; others are joined anew.
+            const Expr& l = *e.args[0];
+            const Expr& r = *e.args[1];
+            QString separator = QStringLiteral(" and ");
+            if (l.span.end <= r.span.begin) {
+                const QString between = source_.mid(l.span.end, r.span.begin - l.span.end);
+                if (between.trimmed().compare(QLatin1String("and"), Qt::CaseInsensitive) == 0) separator = between;
+            }
+            return exprText(l) + separator + exprText(r);
+        }
         if (e.kind == ExprKind::Binary && e.opSpan.end > e.opSpan.begin &&
             isOldJoinOp(source_.mid(e.opSpan.begin, e.opSpan.end - e.opSpan.begin)))
             return text({e.span.begin, e.opSpan.begin}) + e.text + text({e.opSpan.end, e.span.end});
