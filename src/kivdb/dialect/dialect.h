@@ -25,6 +25,7 @@ enum class ColumnKind { Text, Integer, Float, Money, Decimal, DateTime, Bit, Unk
 struct CatalogColumn {
     QString name;
     ColumnKind kind = ColumnKind::Unknown;
+    bool identity = false;  // numbered by the database; left out of inserts without a column list
 };
 
 // What the translator may ask of the database: the columns of a table (temporary ones

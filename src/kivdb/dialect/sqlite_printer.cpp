@@ -301,15 +301,35 @@ private:
         return t.sql;
     }
 
+    // Without a column list the server fills every column but the identity one; naming the
+    // identity column is refused.
+    QStringList insertColumns(const Statement& s) {
+        const auto columns = catalog_.tableColumns(s.table);
+        if (!columns) return s.columns;
+        QStringList names;
+        for (const auto& c : *columns) {
+            if (c.identity && s.columns.contains(c.name, Qt::CaseInsensitive))
+                throw SqlError(QStringLiteral("Cannot insert explicit value for identity column in table '%1' when "
+                                              "IDENTITY_INSERT is set to OFF.").arg(s.table).toStdString());
+            if (c.identity && s.columns.isEmpty()) {
+                for (const auto& other : *columns)
+                    if (!other.identity) names << other.name;
+                return names;
+            }
+        }
+        return s.columns;
+    }
+
     QString insert(const Statement& s) {
         QString out = QStringLiteral("INSERT INTO ") + quoteName(s.table);
-        if (!s.columns.isEmpty()) {
+        const QStringList columns = insertColumns(s);
+        if (!columns.isEmpty()) {
             QStringList cols;
-            for (const auto& c : s.columns) cols << quoteName(c);
+            for (const auto& c : columns) cols << quoteName(c);
             out += QStringLiteral(" (") + cols.join(QStringLiteral(", ")) + QLatin1Char(')');
         }
         if (s.select) return out + QLatin1Char(' ') + select(*s.select, nullptr);
-        const auto kinds = targetKinds(s.table, s.columns);
+        const auto kinds = targetKinds(s.table, columns);
         Scope none(catalog_, nullptr);
         QStringList rows;
         for (const auto& row : s.values) {
@@ -435,7 +455,7 @@ private:
         std::vector<CatalogColumn> columns;
         for (const auto& c : s.columnDefs) {
             defs << columnSql(c, true);
-            columns.push_back({c.name, c.identity ? ColumnKind::Integer : declaredType(c.type).kind});
+            columns.push_back({c.name, c.identity ? ColumnKind::Integer : declaredType(c.type).kind, c.identity});
         }
         Scope none(catalog_, nullptr);
         for (const auto& k : s.constraints) {
@@ -696,7 +716,7 @@ private:
         const QString inner = select(*e.subquery, &scope, &kinds);
         const ColumnKind kind = kinds.empty() ? ColumnKind::Unknown : kinds.front();
         if (singleRow(*e.subquery)) return {paren(inner), kind};
-        return {QStringLiteral("tsql_single((SELECT count(*) FROM (%1 LIMIT 2)), (%1))").arg(inner), kind};
+        return {QStringLiteral("tsql_single((SELECT count(*) FROM (SELECT 1 FROM (%1) LIMIT 2)), (%1))").arg(inner), kind};
     }
 
     Typed caseExpr(const Expr& e, const Scope& scope) {

@@ -300,6 +300,8 @@ INSTANTIATE_TEST_SUITE_P(
                   "Conversion failed when converting the varchar value 'abc' to data type int."},
         ErrorCase{"BadDateText", "select year('notadate')", "Conversion failed when converting date"},
         ErrorCase{"UnknownTable", "select 1 from NoSuchTable", "no such table"},
+        ErrorCase{"ExplicitIdentityValue", "insert into pl_jbmain (RefNo, slordno) values (9, 'x')",
+                  "Cannot insert explicit value for identity column"},
         ErrorCase{"GoInsideBatch", "delete from T_pinvhea where NoteNo = 'T1'\ngo\n", "Incorrect syntax near 'go'"}));
 
 // Data changes and temporary tables, checked by reading the rows back.
@@ -354,6 +356,8 @@ INSTANTIATE_TEST_SUITE_P(
                    "select RefNo, NoteNo from T_pinvhea order by NoteNo", {"9|T2", "4|T3"}},
         ChangeCase{"IdentityNumbersRows", "insert into pl_jbmain (slordno, Prodno) values ('SO3', 'P3')",
                    "select RefNo from pl_jbmain where slordno = 'SO3'", {"3"}},
+        ChangeCase{"IdentityLeftOutOfValues", "insert into pl_jbmain values ('SO4', 'P4')",
+                   "select RefNo, Prodno from pl_jbmain where slordno = 'SO4'", {"3|P4"}},
         ChangeCase{"TextStoredIntoNumber", "insert into Rp_TypeCodeInfo values ('XX', '7', 'x')",
                    "select typeof(Code), Code + 1 from Rp_TypeCodeInfo where Type = 'xx'", {"integer|8"}}));
 
