@@ -730,7 +730,7 @@ private:
         }
         ColumnKind kind = ColumnKind::Unknown;
         const size_t whenEnd = e.args.size() - (e.hasElse ? 1 : 0);
-        for (; i + 1 < whenEnd + 1 && i < whenEnd; i += 2) {
+        for (; i + 1 < whenEnd; i += 2) {
             out += QStringLiteral(" WHEN ") + expr(*e.args[i], scope).sql;
             Typed then = expr(*e.args[i + 1], scope);
             if (kind == ColumnKind::Unknown) kind = then.kind;

@@ -47,6 +47,7 @@ struct Expr {
     TypeSpec type;  // convert / cast target
     Span opSpan;  // operator token, for binary nodes
     bool synthesized = false;  // made by a rewrite, no source text of its own
+    int depth = 1;  // height of the tree below, bounded by the parser
 };
 
 struct TableSource;

@@ -509,7 +509,8 @@ private:
 
     TableSourcePtr joinedSource() {
         TableSourcePtr left = primarySource();
-        for (;;) {
+        for (int joins = 0;; ++joins) {
+            if (joins > kMaxExpressionDepth) throw SqlError("Some part of your SQL statement is nested too deeply.");
             JoinType type;
             const Token& t = peek();
             if (t.isKeyword("join")) {
@@ -577,8 +578,15 @@ private:
         e->span = {begin, begin};
         return e;
     }
+    // Long operator chains nest as deeply as parentheses do; both are bounded so printing
+    // and freeing the tree stay within the stack.
+    static constexpr int kMaxExpressionDepth = 256;
+
     ExprPtr finish(ExprPtr e) {
         e->span.end = lastEnd();
+        for (const auto& a : e->args)
+            if (a) e->depth = std::max(e->depth, a->depth + 1);
+        if (e->depth > kMaxExpressionDepth) throw SqlError("Some part of your SQL statement is nested too deeply.");
         return e;
     }
 

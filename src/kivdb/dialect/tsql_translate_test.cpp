@@ -302,6 +302,9 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorCase{"UnknownTable", "select 1 from NoSuchTable", "no such table"},
         ErrorCase{"ExplicitIdentityValue", "insert into pl_jbmain (RefNo, slordno) values (9, 'x')",
                   "Cannot insert explicit value for identity column"},
+        ErrorCase{"NestedTooDeeply", "select 1 where 1 = ((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((("
+                  "((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((("
+                  "(((((((((((((((((((((((((((((((((((((((((((((((((((((1", "nested too deeply"},
         ErrorCase{"GoInsideBatch", "delete from T_pinvhea where NoteNo = 'T1'\ngo\n", "Incorrect syntax near 'go'"}));
 
 // Data changes and temporary tables, checked by reading the rows back.
