@@ -20,6 +20,13 @@ void execSavepointControl(sqlite3* db, const QByteArray& sql) {
         throw DatabaseError(QString::fromUtf8(sqlite3_errmsg(db)));
 }
 
+// Text between delimiters, the closing one doubled inside, as T-SQL reads literals and names.
+QString enclosed(const QString& text, QLatin1Char open, QLatin1Char close) {
+    QString doubled = text;
+    doubled.replace(close, QString(2, close));
+    return open + doubled + close;
+}
+
 }  // namespace
 
 SqliteConnection& embeddedConnection(Connection& conn) {
@@ -49,17 +56,9 @@ void setReturnCode(ProcedureCall& call, int code) {
         if (param.direction == ParamDirection::ReturnValue) param.value = qlonglong(code);
 }
 
-QString sqlTextLiteral(const QString& text) {
-    QString doubled = text;
-    doubled.replace(QLatin1Char('\''), QLatin1String("''"));
-    return QLatin1Char('\'') + doubled + QLatin1Char('\'');
-}
+QString sqlTextLiteral(const QString& text) { return enclosed(text, QLatin1Char('\''), QLatin1Char('\'')); }
 
-QString sqlBracketedName(const QString& name) {
-    QString doubled = name;
-    doubled.replace(QLatin1Char(']'), QLatin1String("]]"));
-    return QLatin1Char('[') + doubled + QLatin1Char(']');
-}
+QString sqlBracketedName(const QString& name) { return enclosed(name, QLatin1Char('['), QLatin1Char(']')); }
 
 ProcedureScope::ProcedureScope(Connection& conn, const char* savepointName) : conn_(embeddedConnection(conn)) {
     if (!conn_.inTransaction()) {
