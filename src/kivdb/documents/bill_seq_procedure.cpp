@@ -60,22 +60,21 @@ qint64 checkedSequence(const Value& value, qint64 billType) {
     return seq;
 }
 
-void billSeqNo(Connection& conn, ProcedureCall& call) {
-    ProcedureParam& result = call.param(QStringLiteral("@ResultStr"));
-    result.value = Value();
-    const std::optional<qint64> billType = integerArgument(call, QStringLiteral("@BillType"));
-    if (!billType) {
-        setReturnCode(call, int(BillSeqStatus::NoRule));
-        return;
-    }
-    const QString where = QStringLiteral(" where BillId = %1").arg(*billType);
-    const QDate today = QDate::currentDate();
-
-    // The period of each restart kind today, so the update picks the rule's own in place.
+// The text of the update's new period: the period of each restart kind today, picked by
+// the rule's own EncodeType within the statement.
+QString periodOfRuleToday(const QDate& today) {
     QString periodCase = QStringLiteral("case upper(rtrim(isnull(EncodeType, '')))");
     for (const RestartPeriod& p : kRestartPeriods)
-        periodCase += QStringLiteral(" when '%1' then '%2'").arg(QString(QLatin1Char(p.encodeType)), today.toString(QLatin1String(p.qtFormat)));
-    periodCase += QStringLiteral(" else '' end");
+        periodCase += QStringLiteral(" when '%1' then '%2'")
+                          .arg(QString(QLatin1Char(p.encodeType)), today.toString(QLatin1String(p.qtFormat)));
+    return periodCase + QStringLiteral(" else '' end");
+}
+
+BillSeqStatus nextBillNumber(Connection& conn, const ProcedureCall& call, QString& number) {
+    const std::optional<qint64> billType = integerArgument(call, QStringLiteral("@BillType"));
+    if (!billType) return BillSeqStatus::NoRule;
+    const QString where = QStringLiteral(" where BillId = %1").arg(*billType);
+    const QDate today = QDate::currentDate();
 
     ProcedureScope scope(conn, "bs_Get_BillSeqNo");
     // The update comes first: it takes the write lock before anything is read, so two
@@ -83,18 +82,13 @@ void billSeqNo(Connection& conn, ProcedureCall& call) {
     const qint64 advanced = conn.execute(
         QStringLiteral("update bs_billsetItem set CurSeq = case when isnull(CurPeriod, '') = %1 "
                        "then isnull(CurSeq, 0) + 1 else 1 end, CurPeriod = %1")
-            .arg(periodCase) + where);
-    if (advanced < 1) {
-        setReturnCode(call, int(BillSeqStatus::NoRule));
-        return;
-    }
+            .arg(periodOfRuleToday(today)) +
+        where);
+    if (advanced < 1) return BillSeqStatus::NoRule;
     const RowSet rule =
         conn.query(QStringLiteral("select Prefix, Codeformat, SeqWidth, CurSeq from bs_billsetItem") + where);
-    if (rule.empty()) {
-        setReturnCode(call, int(BillSeqStatus::NoRule));
-        return;
-    }
-    const std::vector<Value>& row = rule.rows.front();
+    const std::vector<Value>& row = rule.rows.at(0);
+
     const QString prefix = trimmedRight(textOrEmpty(row[0]));
     const QString datePart = datePartOf(textOrEmpty(row[1]), today);
     const qint64 width = row[2].isNull() ? kDefaultSequenceWidth : std::min(row[2].toLongLong(), kWidestUsefulSequence);
@@ -102,17 +96,23 @@ void billSeqNo(Connection& conn, ProcedureCall& call) {
     // A sequence wider than the rule's width is written in full, to stay unique.
     if (digits.size() < width) digits = QString(width - digits.size(), QLatin1Char('0')) + digits;
 
-    const QString number = prefix + datePart + digits;
-    if (number.size() > kMaxBillNumberLength) {
-        setReturnCode(call, int(BillSeqStatus::TooLong));
-        return;  // the scope puts the counter back
-    }
+    const QString candidate = prefix + datePart + digits;
+    // Too long: the scope puts the counter back, inside a caller's transaction too.
+    if (candidate.size() > kMaxBillNumberLength) return BillSeqStatus::TooLong;
     scope.commit();
-    result.value = number;
-    setReturnCode(call, int(BillSeqStatus::Numbered));
+    number = candidate;
+    return BillSeqStatus::Numbered;
 }
 
-const EmbeddedProcedureRegistration registration(QStringLiteral("bs_Get_BillSeqNo"), billSeqNo);
+const EmbeddedProcedureRegistration registration(QStringLiteral("bs_Get_BillSeqNo"), [](Connection& conn,
+                                                                                          ProcedureCall& call) {
+    ProcedureParam& result = call.param(QStringLiteral("@ResultStr"));
+    result.value = Value();
+    QString number;
+    const BillSeqStatus status = nextBillNumber(conn, call, number);
+    if (status == BillSeqStatus::Numbered) result.value = number;
+    setReturnCode(call, int(status));
+});
 
 }  // namespace
 

@@ -6,6 +6,9 @@
 //   @RETURN_VALUE  return value  a BillSeqStatus
 //   @BillType      integer in    the bill type (bs_billsetItem.BillId)
 //   @ResultStr     string out    the number (at most 20 characters), null unless numbered
+//
+// The counter moves in a transaction of its own, or, when the caller holds one, as part of
+// the caller's: the caller's rollback then takes the number back as well.
 
 namespace kivdb::documents {
 
