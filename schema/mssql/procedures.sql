@@ -110,6 +110,10 @@ begin
   if @table = '' return 1
   select @tableId = object_id(@table)
   if @tableId is null or objectproperty(@tableId, 'IsUserTable') <> 1 return 1
+  -- The table's own name from here on: an owner prefix, brackets or other letter case in
+  -- @sTableName would otherwise name a store that is not T_Bak and log the copy under a
+  -- second name.
+  select @table = object_name(@tableId)
   if columnproperty(@tableId, 'RefNo', 'ColumnId') is null return 2
   if objectproperty(@tableId, 'TableHasIdentity') = 1 return 2
   if exists (select 1 from Sy_NoteBackup where NewRefNo = @iNewRefNo and TableName = @table) return 5

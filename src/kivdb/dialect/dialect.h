@@ -1,7 +1,9 @@
 #pragma once
 // The suite's T-SQL, run on the embedded engine (translation to SQLite) and on SQL Server
 // 2005 and later (old outer joins *= and =* rewritten to ANSI joins).
+#include <QHash>
 #include <QString>
+#include <QStringList>
 #include <optional>
 #include <stdexcept>
 #include <vector>
@@ -23,6 +25,7 @@ enum class ColumnKind { Text, Integer, Float, Money, Decimal, DateTime, Bit, Unk
 struct CatalogColumn {
     QString name;
     ColumnKind kind = ColumnKind::Unknown;
+    bool identity = false;  // numbered by the database; left out of inserts without a column list
 };
 
 // What the translator may ask of the database: the columns of a table (temporary ones
@@ -45,5 +48,21 @@ QString rewriteOuterJoins(const QString& tsql, const Catalog& catalog);
 
 // Registers the runtime functions and collations the translated text relies on.
 void registerRuntime(sqlite3* db);
+
+// The batches of a T-SQL script: a line holding only "go" (any case, blanks around it)
+// separates them; batches with nothing but blanks are dropped.
+QStringList splitBatches(const QString& script);
+
+// Translations by statement text, so a statement that repeats is parsed once. Clear it
+// when the schema changes: a translation depends on the column types it saw.
+class TranslationCache {
+public:
+    QString translate(const QString& tsql, const Catalog& catalog);
+    void clear() { entries_.clear(); }
+    int size() const { return int(entries_.size()); }
+
+private:
+    QHash<QString, QString> entries_;
+};
 
 }  // namespace kivdb::dialect

@@ -30,7 +30,7 @@ std::optional<std::vector<CatalogColumn>> SqliteCatalog::tableColumns(const QStr
     std::optional<std::vector<CatalogColumn>> result;
     sqlite3_stmt* stmt = nullptr;
     // table_xinfo searches temp first, then main, as unqualified names resolve.
-    if (sqlite3_prepare_v2(db_, "select name, type from pragma_table_xinfo(?1)", -1, &stmt, nullptr) ==
+    if (sqlite3_prepare_v2(db_, "select name, type, pk from pragma_table_xinfo(?1)", -1, &stmt, nullptr) ==
         SQLITE_OK) {
         const QByteArray name = table.toUtf8();
         sqlite3_bind_text(stmt, 1, name.constData(), int(name.size()), SQLITE_TRANSIENT);
@@ -39,7 +39,9 @@ std::optional<std::vector<CatalogColumn>> SqliteCatalog::tableColumns(const QStr
             auto text = [&](int i) {
                 return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, i)));
             };
-            columns.push_back({text(0), columnKindFromDeclType(text(1))});
+            // The DDL translation declares identity columns, and only them, as INTEGER keys.
+            const bool identity = text(1) == QLatin1String("INTEGER") && sqlite3_column_int(stmt, 2) == 1;
+            columns.push_back({text(0), columnKindFromDeclType(text(1)), identity});
         }
         if (!columns.empty()) result = std::move(columns);
     }

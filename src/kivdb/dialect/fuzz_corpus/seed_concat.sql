@@ -1,0 +1,1 @@
+ select rtrim(a.slordno)+','+rtrim(a.Prodno)+','+rtrim(b.partName)  from pl_jbmain a,bs_prodlist b where a.prodno = b.partno  and a.Refno = 3

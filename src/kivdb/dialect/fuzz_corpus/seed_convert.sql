@@ -1,0 +1,1 @@
+ select isnull(max(refDate),convert(smalldatetime,'1900-01-01')) from rp_racctRec where type=100 

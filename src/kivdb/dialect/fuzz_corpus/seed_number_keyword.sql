@@ -1,0 +1,1 @@
+select 1 from Bs_BillCheckRec where BillId = 5and RefNo = 3 and CheckLevel = 2

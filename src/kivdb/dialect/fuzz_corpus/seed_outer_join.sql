@@ -1,0 +1,1 @@
+select a.CustNo, a.Type, a.NoteRefNo,a.NoteNo,b.descript ,a.bInv,a.RefDate,a.Amount,a.HadPayAmt,a.Currency   from Rp_RAcct a , Rp_TypeCodeInfo b  where a.type*=b.Code and b.type='RE' and a.Amount<>a.HadPayAmt 

@@ -1,0 +1,1 @@
+ select  sum(a.diffQty * b.cost) from  st_checkdtl as a ,st_MonthPartCost as b  where a.partno*=b.partNo and b.Period=(select max(period) from st_MonthPartCost ) and refno= 7

@@ -1,0 +1,1 @@
+select [NAME] from sysobjects where type = 'U'

@@ -1,0 +1,1 @@
+select top 1 Partno , Unit, 1 aS ExRate, 1 as Factor from Bs_ProdList where PartNO = 'P1' union select Partno, Unit , ExRate , Factor  from Bs_PartUnit where  PartNO = 'P1'

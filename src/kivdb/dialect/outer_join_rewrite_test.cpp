@@ -1,0 +1,125 @@
+// Old outer joins rewritten for SQL Server 2005 and later: the exact text sent matters, so
+// these cases compare T-SQL text; the same statements' rows on the embedded engine are
+// checked in tsql_translate_test.cpp.
+#include "dialect/dialect.h"
+#include "dialect/testing_sqlite.h"
+
+#include <gtest/gtest.h>
+
+namespace kivdb::dialect {
+namespace {
+
+using testing::SqliteTestDb;
+
+// A catalog that knows the tables, so unqualified names resolve.
+class OuterJoinRewrite : public ::testing::Test {
+protected:
+    void SetUp() override {
+        db.script("create table Rp_RAcct (CustNo varchar(20), Type int, Amount money, HadPayAmt money)\n"
+                  "create table Rp_TypeCodeInfo (Type varchar(4), Code int, descript nvarchar(40))\n"
+                  "create table st_checkdtl (RefNo int, PartNo varchar(20), diffQty float)\n"
+                  "create table st_MonthPartCost (Period int, PartNo varchar(20), Cost decimal(18,4))\n"
+                  "create table st_onHand (PartNo varchar(20), LotNo varchar(20), Qty float)\n"
+                  "create table St_Lot (PartNo varchar(20), LotNo varchar(20), EffectDate datetime, RefNo int)\n");
+    }
+    SqliteTestDb db;
+};
+
+struct RewriteCase {
+    const char* name;
+    const char* tsql;
+    const char* expected;
+};
+
+void PrintTo(const RewriteCase& c, std::ostream* os) { *os << c.name; }
+
+class OuterJoinRewriteText : public OuterJoinRewrite, public ::testing::WithParamInterface<RewriteCase> {};
+
+TEST_P(OuterJoinRewriteText, PrintsAnsiJoins) {
+    const RewriteCase& c = GetParam();
+    EXPECT_EQ(rewriteOuterJoins(QString::fromUtf8(c.tsql), db.catalog()).toStdString(), std::string(c.expected));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    SuiteStatements, OuterJoinRewriteText,
+    ::testing::Values(
+        RewriteCase{"CustomerAccounts",
+                    "select a.CustNo, a.Type, a.NoteRefNo,a.NoteNo,b.descript ,a.bInv,a.RefDate,a.Amount,a.HadPayAmt,"
+                    "a.Currency   from Rp_RAcct a , Rp_TypeCodeInfo b  where a.type*=b.Code and b.type='RE' and "
+                    "a.Amount<>a.HadPayAmt  and ((1 = 2) or (NoteNo like '%ab%'))",
+                    "select a.CustNo, a.Type, a.NoteRefNo,a.NoteNo,b.descript ,a.bInv,a.RefDate,a.Amount,a.HadPayAmt,"
+                    "a.Currency   from Rp_RAcct a left outer join Rp_TypeCodeInfo b on a.type=b.Code and b.type='RE'  "
+                    "where a.Amount<>a.HadPayAmt  and ((1 = 2) or (NoteNo like '%ab%'))"},
+        RewriteCase{"VendorAccounts",
+                    "select a.VendNo, a.Type, a.NoteRefNo,a.NoteNo, b.descript,  a.bInv,a.RefDate,a.Amount,a.HadPayAmt,"
+                    "a.Currency   from Rp_PAcct a , Rp_TypeCodeInfo b  where a.type*=b.Code and b.type='PA' and "
+                    "a.Amount<>a.HadPayAmt  and (1=1)",
+                    "select a.VendNo, a.Type, a.NoteRefNo,a.NoteNo, b.descript,  a.bInv,a.RefDate,a.Amount,a.HadPayAmt,"
+                    "a.Currency   from Rp_PAcct a left outer join Rp_TypeCodeInfo b on a.type=b.Code and b.type='PA'  "
+                    "where a.Amount<>a.HadPayAmt  and (1=1)"},
+        RewriteCase{"LotsByEffectiveDate",
+                    " select O.BatchNo, O.LotNo, O.Qty from st_onHand O, st_Lot L    where O.qty>=0 and O.PartNo *= "
+                    "L.PartNo and O.LotNo *= L.LotNo and O.Location='W1' and O.PartNo='P1' order by L.effectDate , "
+                    "O.BatchNo Desc ",
+                    " select O.BatchNo, O.LotNo, O.Qty from st_onHand O left outer join st_Lot L on O.PartNo = "
+                    "L.PartNo and O.LotNo = L.LotNo    where O.qty>=0 and O.Location='W1' and O.PartNo='P1' order by "
+                    "L.effectDate , O.BatchNo Desc "},
+        RewriteCase{"CostOfLatestPeriod",
+                    " select  sum(a.Qty * a.slsize * a.factor * b.cost) from  sl_shipDtl as a ,st_MonthPartCost as b  "
+                    "where a.partno*=b.partNo and b.Period=(select max(period) from st_MonthPartCost ) and a.refno= 12",
+                    " select  sum(a.Qty * a.slsize * a.factor * b.cost) from  sl_shipDtl as a left outer join "
+                    "st_MonthPartCost as b on a.partno=b.partNo and b.Period=(select max(period) from st_MonthPartCost "
+                    ")  where a.refno= 12"},
+        // refno is unqualified: the catalog places it in st_checkdtl, the outer table.
+        RewriteCase{"UnqualifiedOuterColumnFilters",
+                    " select  sum(a.diffQty * b.cost) from  st_checkdtl as a ,st_MonthPartCost as b  where "
+                    "a.partno*=b.partNo and b.Period=(select max(period) from st_MonthPartCost ) and refno= 7",
+                    " select  sum(a.diffQty * b.cost) from  st_checkdtl as a left outer join st_MonthPartCost as b on "
+                    "a.partno=b.partNo and b.Period=(select max(period) from st_MonthPartCost )  where refno= 7"},
+        RewriteCase{"OnlyJoinPredicates", "select * from Rp_RAcct a, Rp_TypeCodeInfo b where a.Type *= b.Code",
+                    "select * from Rp_RAcct a left outer join Rp_TypeCodeInfo b on a.Type = b.Code "},
+        RewriteCase{"RightOperatorKeepsTableOrder",
+                    "select * from Rp_TypeCodeInfo b, Rp_RAcct a where b.Code =* a.Type and b.Type = 'PA'",
+                    "select * from Rp_TypeCodeInfo b right outer join Rp_RAcct a on b.Code = a.Type and b.Type = 'PA' "},
+        RewriteCase{"ThirdTableStaysInnerJoined",
+                    "select * from st_onHand O, St_Lot L, Rp_RAcct r where O.LotNo *= L.LotNo and r.CustNo = O.PartNo",
+                    "select * from st_onHand O left outer join St_Lot L on O.LotNo = L.LotNo, Rp_RAcct r where "
+                    "r.CustNo = O.PartNo"},
+        RewriteCase{"InsideSubquery",
+                    "select CustNo from Rp_RAcct where Type in (select b.Code from Rp_TypeCodeInfo b, St_Lot l where "
+                    "b.Code *= l.RefNo and l.LotNo = 'L1')",
+                    "select CustNo from Rp_RAcct where Type in (select b.Code from Rp_TypeCodeInfo b left outer join "
+                    "St_Lot l on b.Code = l.RefNo and l.LotNo = 'L1' )"}));
+
+TEST_F(OuterJoinRewrite, StatementsWithoutOldJoinsComeBackByteForByte) {
+    const char* const statements[] = {
+        "select 1 from Bs_BillCheckRec where BillId = 5and RefNo = 3 and CheckLevel = 1",
+        "  select paraValue from bs_paralistB where ParFieldName = 'BatchControl'",
+        "select '*=' from t -- a.x *= b.y\n",
+        "select /* a *= b */ x from t where y = 'a =* b'",
+        "select from nowhere where a = ",  // not even valid: passed through untouched
+        "select PortCode as 海关编号 from CustomCode where 1=1",
+    };
+    for (const char* s : statements) {
+        const QString text = QString::fromUtf8(s);
+        EXPECT_FALSE(hasOldOuterJoin(text)) << s;
+        EXPECT_EQ(rewriteOuterJoins(text, db.catalog()), text) << s;
+    }
+    EXPECT_TRUE(hasOldOuterJoin("select * from a, b where a.x=*b.y"));
+}
+
+TEST_F(OuterJoinRewrite, RefusesWhatTheServerRefuses) {
+    const char* const statements[] = {
+        // the missing "and" of the lot picker
+        " select O.BatchNo,O.LotNo,O.Qty,B.EffectDate from st_Onhand O,St_Lot B where  O.LotNo *= B.LotNO  O.PartNo "
+        "= B.PartNO   and  O.Location='W1' and O.partNo='P1'",
+        "select * from Rp_RAcct a, Rp_TypeCodeInfo b where a.Type *= b.Code or a.Type = 1",
+        "select * from Rp_RAcct a join St_Lot l on 1=1, Rp_TypeCodeInfo b where a.Type *= b.Code",
+        "select * from Rp_RAcct a, Rp_TypeCodeInfo b where a.Type *= b.Code and b.Code *= a.Type",
+        "select * from Rp_RAcct a, Rp_TypeCodeInfo b where a.Type *= 1",
+    };
+    for (const char* s : statements) EXPECT_THROW(rewriteOuterJoins(QString::fromUtf8(s), db.catalog()), SqlError) << s;
+}
+
+}  // namespace
+}  // namespace kivdb::dialect

@@ -1,0 +1,850 @@
+#include "dialect/sqlite_printer.h"
+
+#include "dialect/tsql_scope.h"
+
+#include <functional>
+
+namespace kivdb::dialect {
+
+std::optional<std::vector<CatalogColumn>> BatchCatalog::tableColumns(const QString& table) const {
+    if (auto it = local_.constFind(table.toLower()); it != local_.constEnd()) return *it;
+    return base_.tableColumns(table);
+}
+
+void BatchCatalog::define(const QString& table, std::optional<std::vector<CatalogColumn>> columns) {
+    local_.insert(table.toLower(), std::move(columns));
+}
+
+DeclaredType declaredType(const TypeSpec& type) {
+    const QString& n = type.name;
+    auto sized = [&](const QString& base) {
+        if (type.max) return base + QStringLiteral("(max)");
+        if (type.length < 0) return base;
+        if (type.scale < 0) return base + QStringLiteral("(%1)").arg(type.length);
+        return base + QStringLiteral("(%1,%2)").arg(type.length).arg(type.scale);
+    };
+    if (n == "int" || n == "integer" || n == "smallint" || n == "tinyint" || n == "bigint")
+        return {n == "integer" ? QStringLiteral("int") : n, ColumnKind::Integer, {}};
+    if (n == "bit") return {n, ColumnKind::Bit, {}};
+    if (n == "float" || n == "real") return {n, ColumnKind::Float, {}};
+    if (n == "money" || n == "smallmoney") return {n + QStringLiteral("_real"), ColumnKind::Money, {}};
+    if (n == "decimal" || n == "numeric") return {sized(n + QStringLiteral("_real")), ColumnKind::Decimal, {}};
+    if (n == "datetime" || n == "smalldatetime" || n == "date" || n == "datetime2")
+        return {n + QStringLiteral("_text"), ColumnKind::DateTime, QStringLiteral("TSQL_DATE")};
+    if (n == "char" || n == "varchar" || n == "nchar" || n == "nvarchar")
+        return {sized(n), ColumnKind::Text, QStringLiteral("TSQL_CI")};
+    if (n == "text" || n == "ntext" || n == "sysname") return {n, ColumnKind::Text, QStringLiteral("TSQL_CI")};
+    throw SqlError(QStringLiteral("Cannot find data type %1.").arg(type.name).toStdString());
+}
+
+namespace {
+
+QString quoteName(const QString& name) {
+    QString q = name;
+    q.replace(QLatin1Char('"'), QLatin1String("\"\""));
+    return QLatin1Char('"') + q + QLatin1Char('"');
+}
+
+QString quoteString(const QString& value) {
+    QString q = value;
+    q.replace(QLatin1Char('\''), QLatin1String("''"));
+    return QLatin1Char('\'') + q + QLatin1Char('\'');
+}
+
+bool isNumeric(ColumnKind k) {
+    return k == ColumnKind::Integer || k == ColumnKind::Float || k == ColumnKind::Money ||
+           k == ColumnKind::Decimal || k == ColumnKind::Bit;
+}
+
+// SQL Server's precedence of numeric types, highest last.
+int numericRank(ColumnKind k) {
+    switch (k) {
+    case ColumnKind::Bit: return 0;
+    case ColumnKind::Integer: return 1;
+    case ColumnKind::Money: return 2;
+    case ColumnKind::Decimal: return 3;
+    case ColumnKind::Float: return 4;
+    default: return -1;
+    }
+}
+
+ColumnKind promote(ColumnKind a, ColumnKind b) {
+    ColumnKind r = numericRank(a) >= numericRank(b) ? a : b;
+    return r == ColumnKind::Bit ? ColumnKind::Integer : r;
+}
+
+// Name of a numeric kind as the conversion messages spell it.
+QString conversionTarget(ColumnKind k) {
+    switch (k) {
+    case ColumnKind::Float: return QStringLiteral("float");
+    case ColumnKind::Money: return QStringLiteral("money");
+    case ColumnKind::Decimal: return QStringLiteral("numeric");
+    default: return QStringLiteral("int");
+    }
+}
+
+QString tempPrefix(const QString& table) { return table.startsWith(QLatin1Char('#')) ? QStringLiteral("temp.") : QString(); }
+
+struct Typed {
+    QString sql;
+    ColumnKind kind = ColumnKind::Unknown;
+    bool literalText = false;  // a string literal, convertible at translation time
+    QString literalValue = {};
+};
+
+class Printer {
+public:
+    explicit Printer(BatchCatalog& catalog) : catalog_(catalog) {}
+
+    QStringList statement(const Statement& s) {
+        switch (s.kind) {
+        case StmtKind::Select: return selectStatement(*s.select);
+        case StmtKind::Insert: return {insert(s)};
+        case StmtKind::Update: return {update(s)};
+        case StmtKind::Delete: return {deleteStatement(s)};
+        case StmtKind::CreateTable: return createTable(s);
+        case StmtKind::CreateIndex: return {createIndex(s)};
+        case StmtKind::DropTable: {
+            QStringList out;
+            for (const auto& n : s.names) {
+                out << QStringLiteral("DROP TABLE ") + tempPrefix(n) + quoteName(n);
+                catalog_.define(n, std::nullopt);
+            }
+            return out;
+        }
+        case StmtKind::DropIndex: return {QStringLiteral("DROP INDEX ") + quoteName(s.indexName)};
+        case StmtKind::AlterAdd: return alterAdd(s);
+        }
+        return {};
+    }
+
+private:
+    BatchCatalog& catalog_;
+
+    // ---- select
+
+    QStringList selectStatement(const SelectStmt& s) {
+        const SelectCore& first = s.cores.front();
+        if (first.into.isEmpty()) return {select(s, nullptr)};
+        return selectInto(s);
+    }
+
+    QString select(const SelectStmt& s, const Scope* parent, std::vector<ColumnKind>* kinds = nullptr) {
+        QStringList parts;
+        std::unique_ptr<Scope> firstScope;
+        const bool single = s.cores.size() == 1;
+        for (size_t i = 0; i < s.cores.size(); ++i) {
+            const SelectCore& core = s.cores[i];
+            auto scope = std::make_unique<Scope>(catalog_, parent);
+            scope->addSources(core.from);
+            QString text = coreText(core, *scope, i == 0 ? kinds : nullptr);
+            if (core.top && !single) text = QStringLiteral("SELECT * FROM (") + text + topClause(core) + QStringLiteral(")");
+            if (i > 0) parts << (s.unionAll[i - 1] ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION "));
+            parts << text;
+            if (i == 0) firstScope = std::move(scope);
+        }
+        QString out = parts.join(QString());
+        if (!s.orderBy.empty()) {
+            QStringList items;
+            for (const auto& o : s.orderBy) {
+                QString term = expr(*o.expr, *firstScope).sql;
+                items << term + (o.descending ? QStringLiteral(" DESC") : QString());
+            }
+            out += QStringLiteral(" ORDER BY ") + items.join(QStringLiteral(", "));
+        }
+        if (single && first(s).top) out += topClause(first(s));
+        return out;
+    }
+
+    static const SelectCore& first(const SelectStmt& s) { return s.cores.front(); }
+
+    QString topClause(const SelectCore& core) {
+        if (core.topPercent) throw SqlError("TOP PERCENT is not supported on the embedded database.");
+        Scope none(catalog_, nullptr);
+        return QStringLiteral(" LIMIT ") + expr(*core.top, none).sql;
+    }
+
+    QString coreText(const SelectCore& core, const Scope& scope, std::vector<ColumnKind>* kinds) {
+        QString out = QStringLiteral("SELECT ");
+        if (core.distinct) out += QStringLiteral("DISTINCT ");
+        QStringList items;
+        for (const auto& item : core.items) {
+            if (item.expr->kind == ExprKind::Star) {
+                items << starText(*item.expr);
+                if (kinds) kinds->push_back(ColumnKind::Unknown);
+                continue;
+            }
+            Typed t = expr(*item.expr, scope);
+            if (kinds) kinds->push_back(t.kind);
+            // A computed text keeps the server's collation for union, distinct and group by.
+            if (item.expr->kind != ExprKind::Column) {
+                if (t.kind == ColumnKind::Text) t.sql = paren(t.sql) + QStringLiteral(" COLLATE TSQL_CI");
+                else if (t.kind == ColumnKind::DateTime) t.sql = paren(t.sql) + QStringLiteral(" COLLATE TSQL_DATE");
+            }
+            items << (item.alias.isEmpty() ? t.sql : t.sql + QStringLiteral(" AS ") + quoteName(item.alias));
+        }
+        out += items.join(QStringLiteral(", "));
+        if (!core.from.empty()) {
+            QStringList sources;
+            for (const auto& source : core.from) sources << sourceText(*source, scope);
+            out += QStringLiteral(" FROM ") + sources.join(QStringLiteral(", "));
+        }
+        if (core.where) out += QStringLiteral(" WHERE ") + condition(*core.where, scope);
+        if (!core.groupBy.empty()) {
+            QStringList groups;
+            for (const auto& g : core.groupBy) groups << expr(*g, scope).sql;
+            out += QStringLiteral(" GROUP BY ") + groups.join(QStringLiteral(", "));
+        }
+        if (core.having) out += QStringLiteral(" HAVING ") + condition(*core.having, scope);
+        return out;
+    }
+
+    QString starText(const Expr& e) {
+        if (e.parts.isEmpty()) return QStringLiteral("*");
+        return quoteName(e.parts.last()) + QStringLiteral(".*");
+    }
+
+    QString sourceText(const TableSource& s, const Scope& scope) {
+        switch (s.kind) {
+        case TableSource::Table: {
+            QString out = quoteName(s.name);
+            if (!s.alias.isEmpty()) out += QStringLiteral(" AS ") + quoteName(s.alias);
+            return out;
+        }
+        case TableSource::Derived:
+            return QLatin1Char('(') + select(*s.derived, scope.parent()) + QStringLiteral(") AS ") + quoteName(s.alias);
+        case TableSource::Join: {
+            static const char* const words[] = {" JOIN ", " LEFT JOIN ", " RIGHT JOIN ", " FULL JOIN ", " CROSS JOIN "};
+            QString out = sourceText(*s.left, scope) + QLatin1String(words[int(s.joinType)]) + sourceText(*s.right, scope);
+            if (s.on) out += QStringLiteral(" ON ") + condition(*s.on, scope);
+            return out;
+        }
+        }
+        return {};
+    }
+
+    // select ... into t: the table is declared from the select list's types, so its text
+    // columns compare like every other text column.
+    QStringList selectInto(const SelectStmt& s) {
+        const SelectCore& core = s.cores.front();
+        Scope scope(catalog_, nullptr);
+        scope.addSources(core.from);
+        std::vector<ColumnKind> kinds;
+        const QString body = select(s, nullptr, &kinds);
+        std::vector<CatalogColumn> columns;
+        for (size_t i = 0; i < core.items.size(); ++i) {
+            const SelectItem& item = core.items[i];
+            if (item.expr->kind == ExprKind::Star) {
+                for (const auto& t : scope.tables()) {
+                    if (!item.expr->parts.isEmpty() &&
+                        t.exposed.compare(item.expr->parts.last(), Qt::CaseInsensitive) != 0)
+                        continue;
+                    if (!t.columns) throw SqlError(QStringLiteral("Invalid object name '%1'.").arg(t.table).toStdString());
+                    columns.insert(columns.end(), t.columns->begin(), t.columns->end());
+                }
+                continue;
+            }
+            const QString name = selectItemName(item);
+            if (name.isEmpty())
+                throw SqlError("An object or column name is missing or empty. For SELECT INTO statements, verify "
+                               "each column has a name.");
+            columns.push_back({name, kinds[i]});
+        }
+        QStringList defs;
+        for (const auto& c : columns) defs << quoteName(c.name) + columnTypeForKind(c.kind);
+        const bool temp = core.into.startsWith(QLatin1Char('#'));
+        catalog_.define(core.into, columns);
+        QStringList cols;
+        for (const auto& c : columns) cols << quoteName(c.name);
+        return {QStringLiteral("CREATE %1TABLE %2 (%3)")
+                    .arg(temp ? QStringLiteral("TEMP ") : QString(), quoteName(core.into), defs.join(QStringLiteral(", "))),
+                QStringLiteral("INSERT INTO %1 (%2) %3").arg(quoteName(core.into), cols.join(QStringLiteral(", ")), body)};
+    }
+
+    static QString columnTypeForKind(ColumnKind k) {
+        switch (k) {
+        case ColumnKind::Text: return QStringLiteral(" varchar COLLATE TSQL_CI");
+        case ColumnKind::Integer: return QStringLiteral(" int");
+        case ColumnKind::Float: return QStringLiteral(" float");
+        case ColumnKind::Money: return QStringLiteral(" money_real");
+        case ColumnKind::Decimal: return QStringLiteral(" decimal_real");
+        case ColumnKind::DateTime: return QStringLiteral(" datetime_text COLLATE TSQL_DATE");
+        case ColumnKind::Bit: return QStringLiteral(" bit");
+        case ColumnKind::Unknown: return QString();
+        }
+        return {};
+    }
+
+    // ---- data changes
+
+    std::vector<ColumnKind> targetKinds(const QString& table, const QStringList& names) {
+        std::vector<ColumnKind> kinds;
+        const auto columns = catalog_.tableColumns(table);
+        if (!columns) return kinds;
+        if (names.isEmpty()) {
+            for (const auto& c : *columns) kinds.push_back(c.kind);
+            return kinds;
+        }
+        for (const auto& n : names) {
+            ColumnKind k = ColumnKind::Unknown;
+            for (const auto& c : *columns)
+                if (c.name.compare(n, Qt::CaseInsensitive) == 0) k = c.kind;
+            kinds.push_back(k);
+        }
+        return kinds;
+    }
+
+    // A value stored into a numeric column is converted as the server converts it.
+    QString storedValue(const Expr& e, const Scope& scope, ColumnKind target) {
+        Typed t = expr(e, scope);
+        if (isNumeric(target) && t.kind == ColumnKind::Text) return toNumber(t, target);
+        return t.sql;
+    }
+
+    // Without a column list the server fills every column but the identity one; naming the
+    // identity column is refused.
+    QStringList insertColumns(const Statement& s) {
+        const auto columns = catalog_.tableColumns(s.table);
+        if (!columns) return s.columns;
+        QStringList names;
+        for (const auto& c : *columns) {
+            if (c.identity && s.columns.contains(c.name, Qt::CaseInsensitive))
+                throw SqlError(QStringLiteral("Cannot insert explicit value for identity column in table '%1' when "
+                                              "IDENTITY_INSERT is set to OFF.").arg(s.table).toStdString());
+            if (c.identity && s.columns.isEmpty()) {
+                for (const auto& other : *columns)
+                    if (!other.identity) names << other.name;
+                return names;
+            }
+        }
+        return s.columns;
+    }
+
+    QString insert(const Statement& s) {
+        QString out = QStringLiteral("INSERT INTO ") + quoteName(s.table);
+        const QStringList columns = insertColumns(s);
+        if (!columns.isEmpty()) {
+            QStringList cols;
+            for (const auto& c : columns) cols << quoteName(c);
+            out += QStringLiteral(" (") + cols.join(QStringLiteral(", ")) + QLatin1Char(')');
+        }
+        if (s.select) return out + QLatin1Char(' ') + select(*s.select, nullptr);
+        const auto kinds = targetKinds(s.table, columns);
+        Scope none(catalog_, nullptr);
+        QStringList rows;
+        for (const auto& row : s.values) {
+            QStringList values;
+            for (size_t i = 0; i < row.size(); ++i)
+                values << storedValue(*row[i], none, i < kinds.size() ? kinds[i] : ColumnKind::Unknown);
+            rows << QLatin1Char('(') + values.join(QStringLiteral(", ")) + QLatin1Char(')');
+        }
+        return out + QStringLiteral(" VALUES ") + rows.join(QStringLiteral(", "));
+    }
+
+    // T-SQL names the target of update/delete ... from by a name or alias of its FROM list.
+    struct Target {
+        QString table;
+        QString alias;
+    };
+    Target findTarget(const Statement& s, std::vector<const TableSource*>& rest) {
+        // By its exposed name first; else the one reference to the table, aliased or not.
+        const TableSource* match = nullptr;
+        for (const auto& source : s.from)
+            if (source->kind == TableSource::Table && source->exposedName().compare(s.table, Qt::CaseInsensitive) == 0)
+                match = source.get();
+        if (!match) {
+            int references = 0;
+            for (const auto& source : s.from)
+                if (source->kind == TableSource::Table && source->name.compare(s.table, Qt::CaseInsensitive) == 0) {
+                    match = source.get();
+                    ++references;
+                }
+            if (references > 1) match = nullptr;
+        }
+        for (const auto& source : s.from)
+            if (source.get() != match) rest.push_back(source.get());
+        return match ? Target{match->name, match->alias} : Target{s.table, {}};
+    }
+
+    QString update(const Statement& s) {
+        std::vector<const TableSource*> rest;
+        const Target target = findTarget(s, rest);
+        Scope scope(catalog_, nullptr);
+        scope.addTable(target.alias.isEmpty() ? target.table : target.alias, target.table);
+        for (const TableSource* r : rest) scope.addSource(*r);
+        QString out = QStringLiteral("UPDATE ") + quoteName(target.table);
+        if (!target.alias.isEmpty()) out += QStringLiteral(" AS ") + quoteName(target.alias);
+        QStringList names;
+        for (const auto& a : s.assignments) names << a.first;
+        const auto kinds = targetKinds(target.table, names);
+        QStringList sets;
+        for (size_t i = 0; i < s.assignments.size(); ++i)
+            sets << quoteName(s.assignments[i].first) + QStringLiteral(" = ") +
+                        storedValue(*s.assignments[i].second, scope, i < kinds.size() ? kinds[i] : ColumnKind::Unknown);
+        out += QStringLiteral(" SET ") + sets.join(QStringLiteral(", "));
+        if (!rest.empty()) {
+            QStringList sources;
+            for (const TableSource* r : rest) sources << sourceText(*r, scope);
+            out += QStringLiteral(" FROM ") + sources.join(QStringLiteral(", "));
+        }
+        if (s.where) out += QStringLiteral(" WHERE ") + condition(*s.where, scope);
+        return out;
+    }
+
+    QString deleteStatement(const Statement& s) {
+        if (s.from.empty()) {
+            Scope scope(catalog_, nullptr);
+            scope.addTable(s.table, s.table);
+            QString out = QStringLiteral("DELETE FROM ") + quoteName(s.table);
+            if (s.where) out += QStringLiteral(" WHERE ") + condition(*s.where, scope);
+            return out;
+        }
+        // delete t from t, u where ...: the rows of t that the join finds.
+        std::vector<const TableSource*> rest;
+        const Target target = findTarget(s, rest);
+        const QString exposed = target.alias.isEmpty() ? target.table : target.alias;
+        Scope scope(catalog_, nullptr);
+        scope.addTable(exposed, target.table);
+        for (const TableSource* r : rest) scope.addSource(*r);
+        QStringList sources;
+        sources << quoteName(target.table) + (target.alias.isEmpty() ? QString() : QStringLiteral(" AS ") + quoteName(target.alias));
+        for (const TableSource* r : rest) sources << sourceText(*r, scope);
+        QString inner = QStringLiteral("SELECT ") + quoteName(exposed) + QStringLiteral(".rowid FROM ") +
+                        sources.join(QStringLiteral(", "));
+        if (s.where) inner += QStringLiteral(" WHERE ") + condition(*s.where, scope);
+        return QStringLiteral("DELETE FROM ") + quoteName(target.table) + QStringLiteral(" WHERE rowid IN (") + inner + QLatin1Char(')');
+    }
+
+    // ---- definitions
+
+    QString columnSql(const ColumnDef& c, bool rowidKey) {
+        if (c.identity)
+            return quoteName(c.name) + (rowidKey ? QStringLiteral(" INTEGER PRIMARY KEY AUTOINCREMENT") : QStringLiteral(" int"));
+        const DeclaredType d = declaredType(c.type);
+        QString out = quoteName(c.name) + QLatin1Char(' ') + d.sqliteType;
+        if (!d.collation.isEmpty()) out += QStringLiteral(" COLLATE ") + d.collation;
+        if (c.notNull) out += QStringLiteral(" NOT NULL");
+        if (c.defaultValue) {
+            Scope none(catalog_, nullptr);
+            out += QStringLiteral(" DEFAULT (") + expr(*c.defaultValue, none).sql + QLatin1Char(')');
+        }
+        if (c.primaryKey) out += QStringLiteral(" PRIMARY KEY");
+        if (c.unique) out += QStringLiteral(" UNIQUE");
+        return out;
+    }
+
+    static QStringList quotedList(const QStringList& names, const QStringList& descending = {}) {
+        QStringList out;
+        for (const auto& n : names)
+            out << quoteName(n) + (descending.contains(n) ? QStringLiteral(" DESC") : QString());
+        return out;
+    }
+
+    QStringList createTable(const Statement& s) {
+        const bool temp = s.table.startsWith(QLatin1Char('#'));
+        // An identity column becomes the rowid key, the one column SQLite numbers itself; a
+        // primary key on other columns is then kept as a unique constraint.
+        const ColumnDef* identity = nullptr;
+        for (const auto& c : s.columnDefs)
+            if (c.identity) {
+                if (identity) throw SqlError(QStringLiteral("Multiple identity columns specified for table '%1'. Only one "
+                                                            "identity column per table is allowed.").arg(s.table).toStdString());
+                identity = &c;
+            }
+        QStringList defs;
+        std::vector<CatalogColumn> columns;
+        for (const auto& c : s.columnDefs) {
+            defs << columnSql(c, true);
+            columns.push_back({c.name, c.identity ? ColumnKind::Integer : declaredType(c.type).kind, c.identity});
+        }
+        Scope none(catalog_, nullptr);
+        for (const auto& k : s.constraints) {
+            QString text = k.name.isEmpty() ? QString() : QStringLiteral("CONSTRAINT ") + quoteName(k.name) + QLatin1Char(' ');
+            switch (k.kind) {
+            case TableConstraint::PrimaryKey:
+                if (identity && k.columns.size() == 1 && k.columns.front().compare(identity->name, Qt::CaseInsensitive) == 0)
+                    continue;
+                text += (identity ? QStringLiteral("UNIQUE (") : QStringLiteral("PRIMARY KEY (")) +
+                        quotedList(k.columns, k.descending).join(QStringLiteral(", ")) + QLatin1Char(')');
+                break;
+            case TableConstraint::Unique:
+                text += QStringLiteral("UNIQUE (") + quotedList(k.columns, k.descending).join(QStringLiteral(", ")) + QLatin1Char(')');
+                break;
+            case TableConstraint::Check:
+                text += QStringLiteral("CHECK (") + condition(*k.check, none) + QLatin1Char(')');
+                break;
+            case TableConstraint::ForeignKey:
+                text += QStringLiteral("FOREIGN KEY (") + quotedList(k.columns).join(QStringLiteral(", ")) +
+                        QStringLiteral(") REFERENCES ") + quoteName(k.refTable);
+                if (!k.refColumns.isEmpty()) text += QStringLiteral(" (") + quotedList(k.refColumns).join(QStringLiteral(", ")) + QLatin1Char(')');
+                break;
+            }
+            defs << text;
+        }
+        catalog_.define(s.table, columns);
+        QStringList out{QStringLiteral("CREATE %1TABLE %2 (%3)")
+                            .arg(temp ? QStringLiteral("TEMP ") : QString(), quoteName(s.table), defs.join(QStringLiteral(", ")))};
+        if (identity && identity->identitySeed != 1)
+            out << QStringLiteral("INSERT INTO %1sqlite_sequence (name, seq) VALUES (%2, %3)")
+                       .arg(tempPrefix(s.table), quoteString(s.table))
+                       .arg(identity->identitySeed - 1);
+        return out;
+    }
+
+    QString createIndex(const Statement& s) {
+        return QStringLiteral("CREATE %1INDEX %2 ON %3 (%4)")
+            .arg(s.unique ? QStringLiteral("UNIQUE ") : QString(), tempPrefix(s.table) + quoteName(s.indexName),
+                 quoteName(s.table), quotedList(s.columns, s.descending).join(QStringLiteral(", ")));
+    }
+
+    QStringList alterAdd(const Statement& s) {
+        QStringList out;
+        auto columns = catalog_.tableColumns(s.table);
+        for (const auto& c : s.columnDefs) {
+            if (c.identity || c.primaryKey || c.unique)
+                throw SqlError("The embedded database cannot add a key or identity column to an existing table.");
+            out << QStringLiteral("ALTER TABLE ") + quoteName(s.table) + QStringLiteral(" ADD COLUMN ") + columnSql(c, false);
+            if (columns) columns->push_back({c.name, declaredType(c.type).kind});
+        }
+        if (columns) catalog_.define(s.table, columns);
+        return out;
+    }
+
+    // ---- expressions
+
+    QString condition(const Expr& e, const Scope& scope) { return expr(e, scope).sql; }
+
+    static QString paren(const QString& s) { return QLatin1Char('(') + s + QLatin1Char(')'); }
+
+    // A text operand of a numeric operation: a literal is converted here, anything else by
+    // tsql_num at run time (which raises the server's conversion error).
+    QString toNumber(const Typed& t, ColumnKind numericKind) {
+        const QString target = conversionTarget(numericKind);
+        if (t.literalText) {
+            const QString v = t.literalValue.trimmed();
+            bool ok = false;
+            if (target == QLatin1String("int")) {
+                const qlonglong n = v.toLongLong(&ok);
+                if (ok) return QString::number(n);
+                if (v.isEmpty()) return QStringLiteral("0");
+            } else {
+                const double d = v.toDouble(&ok);
+                if (ok) return QString::number(d, 'g', 17);
+            }
+        }
+        return QStringLiteral("tsql_num(%1, '%2')").arg(t.sql, target);
+    }
+
+    Typed expr(const Expr& e, const Scope& scope) {
+        switch (e.kind) {
+        case ExprKind::Number: {
+            const bool integral = !e.text.contains(QLatin1Char('.')) && !e.text.contains(QLatin1Char('e'), Qt::CaseInsensitive);
+            bool fits = false;
+            e.text.toLongLong(&fits);
+            return {e.text, integral && fits ? ColumnKind::Integer : ColumnKind::Decimal};
+        }
+        case ExprKind::String: {
+            Typed t{quoteString(e.text), ColumnKind::Text};
+            t.literalText = true;
+            t.literalValue = e.text;
+            return t;
+        }
+        case ExprKind::Null: return {QStringLiteral("NULL"), ColumnKind::Unknown};
+        case ExprKind::Column: return column(e, scope);
+        case ExprKind::Star: return {starText(e), ColumnKind::Unknown};
+        case ExprKind::Function: return function(e, scope);
+        case ExprKind::Unary: {
+            Typed a = expr(*e.args[0], scope);
+            if (e.text == QLatin1String("not")) return {QStringLiteral("(NOT ") + a.sql + QLatin1Char(')'), ColumnKind::Integer};
+            if (a.kind == ColumnKind::Text) a.sql = toNumber(a, ColumnKind::Float);
+            return {QLatin1Char('(') + e.text + a.sql + QLatin1Char(')'), a.kind == ColumnKind::Text ? ColumnKind::Float : a.kind};
+        }
+        case ExprKind::Binary: return binary(e, scope);
+        case ExprKind::Like: {
+            QString out = expr(*e.args[0], scope).sql + (e.negated ? QStringLiteral(" NOT LIKE ") : QStringLiteral(" LIKE ")) +
+                          expr(*e.args[1], scope).sql;
+            if (e.args.size() > 2) out += QStringLiteral(" ESCAPE ") + expr(*e.args[2], scope).sql;
+            return {paren(out), ColumnKind::Integer};
+        }
+        case ExprKind::Between: {
+            Typed v = expr(*e.args[0], scope);
+            Typed lo = expr(*e.args[1], scope);
+            Typed hi = expr(*e.args[2], scope);
+            const QString value = comparedOperand(v, {&lo, &hi});
+            return {paren(value + (e.negated ? QStringLiteral(" NOT BETWEEN ") : QStringLiteral(" BETWEEN ")) + lo.sql +
+                          QStringLiteral(" AND ") + hi.sql),
+                    ColumnKind::Integer};
+        }
+        case ExprKind::InList: {
+            Typed v = expr(*e.args[0], scope);
+            std::vector<Typed> list;
+            std::vector<Typed*> refs;
+            for (size_t i = 1; i < e.args.size(); ++i) list.push_back(expr(*e.args[i], scope));
+            for (auto& t : list) refs.push_back(&t);
+            const QString value = comparedOperand(v, refs);
+            QStringList items;
+            for (const auto& t : list) items << t.sql;
+            return {paren(value + (e.negated ? QStringLiteral(" NOT IN (") : QStringLiteral(" IN (")) +
+                          items.join(QStringLiteral(", ")) + QLatin1Char(')')),
+                    ColumnKind::Integer};
+        }
+        case ExprKind::InSelect: {
+            Typed v = expr(*e.args[0], scope);
+            QString value = v.sql;
+            if (v.kind == ColumnKind::Text) value = paren(value) + QStringLiteral(" COLLATE TSQL_CI");
+            else if (v.kind == ColumnKind::DateTime) value = paren(value) + QStringLiteral(" COLLATE TSQL_DATE");
+            return {paren(value + (e.negated ? QStringLiteral(" NOT IN (") : QStringLiteral(" IN (")) +
+                          select(*e.subquery, &scope) + QLatin1Char(')')),
+                    ColumnKind::Integer};
+        }
+        case ExprKind::IsNull:
+            return {paren(expr(*e.args[0], scope).sql + (e.negated ? QStringLiteral(" IS NOT NULL") : QStringLiteral(" IS NULL"))),
+                    ColumnKind::Integer};
+        case ExprKind::Exists:
+            return {QStringLiteral("EXISTS (") + select(*e.subquery, &scope) + QLatin1Char(')'), ColumnKind::Integer};
+        case ExprKind::Subquery: return scalarSubquery(e, scope);
+        case ExprKind::Case: return caseExpr(e, scope);
+        case ExprKind::Convert: return convert(e, scope);
+        }
+        return {};
+    }
+
+    Typed column(const Expr& e, const Scope& scope) {
+        const auto r = scope.resolve(e.parts);
+        // With QUOTED_IDENTIFIER ON "x" names a column; as text it is an error, not a literal.
+        if (e.quoted && !r.scope && scope.fullyKnown() && !scope.tables().empty())
+            throw SqlError(QStringLiteral("Invalid column name '%1'.").arg(e.parts.last()).toStdString());
+        if (e.quoted && scope.tables().empty())
+            throw SqlError(QStringLiteral("Invalid column name '%1'.").arg(e.parts.last()).toStdString());
+        QStringList parts;
+        const int from = std::max(0, int(e.parts.size()) - 2);
+        for (int i = from; i < int(e.parts.size()); ++i) parts << quoteName(e.parts[i]);
+        return {parts.join(QLatin1Char('.')), r.kind};
+    }
+
+    // The operand that carries the comparison's collation or numeric conversion.
+    QString comparedOperand(Typed& value, const std::vector<Typed*>& others) {
+        bool otherNumeric = false, otherDate = false;
+        ColumnKind numericKind = ColumnKind::Integer;
+        for (Typed* o : others) {
+            if (isNumeric(o->kind)) {
+                otherNumeric = true;
+                numericKind = promote(numericKind, o->kind);
+            }
+            if (o->kind == ColumnKind::DateTime) otherDate = true;
+        }
+        if (isNumeric(value.kind)) {
+            for (Typed* o : others)
+                if (o->kind == ColumnKind::Text) o->sql = toNumber(*o, value.kind);
+            return value.sql;
+        }
+        if (value.kind == ColumnKind::Text && otherNumeric) return toNumber(value, numericKind);
+        if (value.kind == ColumnKind::DateTime || otherDate) return paren(value.sql) + QStringLiteral(" COLLATE TSQL_DATE");
+        bool anyText = value.kind == ColumnKind::Text;
+        for (Typed* o : others) anyText = anyText || o->kind == ColumnKind::Text;
+        if (anyText) return paren(value.sql) + QStringLiteral(" COLLATE TSQL_CI");
+        return value.sql;
+    }
+
+    Typed binary(const Expr& e, const Scope& scope) {
+        const QString& op = e.text;
+        if (op == QLatin1String("*=") || op == QLatin1String("=*"))
+            throw SqlError("The old outer-join operators may only join two tables in the WHERE clause.");
+        if (op == QLatin1String("and") || op == QLatin1String("or"))
+            return {paren(expr(*e.args[0], scope).sql + (op == QLatin1String("and") ? QStringLiteral(" AND ") : QStringLiteral(" OR ")) +
+                          expr(*e.args[1], scope).sql),
+                    ColumnKind::Integer};
+        Typed l = expr(*e.args[0], scope);
+        Typed r = expr(*e.args[1], scope);
+        static const QStringList comparisons = {"=", "<>", "!=", "<", ">", "<=", ">=", "!<", "!>"};
+        if (comparisons.contains(op)) {
+            const QString sqlOp = op == QLatin1String("!<") ? QStringLiteral(">=") : op == QLatin1String("!>") ? QStringLiteral("<=") : op;
+            // Text meets a number as a number; otherwise the collation goes on the right operand.
+            QString left = l.sql, right = r.sql;
+            if (isNumeric(l.kind) && r.kind == ColumnKind::Text) right = toNumber(r, l.kind);
+            else if (isNumeric(r.kind) && l.kind == ColumnKind::Text) left = toNumber(l, r.kind);
+            else if (l.kind == ColumnKind::DateTime || r.kind == ColumnKind::DateTime) right = paren(right) + QStringLiteral(" COLLATE TSQL_DATE");
+            else if (l.kind == ColumnKind::Text || r.kind == ColumnKind::Text) right = paren(right) + QStringLiteral(" COLLATE TSQL_CI");
+            return {paren(left + QLatin1Char(' ') + sqlOp + QLatin1Char(' ') + right), ColumnKind::Integer};
+        }
+        return arithmetic(op, l, r);
+    }
+
+    Typed arithmetic(const QString& op, Typed l, Typed r) {
+        const bool ln = isNumeric(l.kind), rn = isNumeric(r.kind);
+        if (op == QLatin1String("+")) {
+            if (l.kind == ColumnKind::Text && r.kind == ColumnKind::Text) return {paren(l.sql + QStringLiteral(" || ") + r.sql), ColumnKind::Text};
+            if (l.kind == ColumnKind::DateTime && rn) return {QStringLiteral("tsql_date_add(%1, %2)").arg(l.sql, r.sql), ColumnKind::DateTime};
+            if (r.kind == ColumnKind::DateTime && ln) return {QStringLiteral("tsql_date_add(%1, %2)").arg(r.sql, l.sql), ColumnKind::DateTime};
+        }
+        if (op == QLatin1String("-") && l.kind == ColumnKind::DateTime && rn)
+            return {QStringLiteral("tsql_date_add(%1, -(%2))").arg(l.sql, r.sql), ColumnKind::DateTime};
+        if (ln && r.kind == ColumnKind::Text) r.sql = toNumber(r, l.kind);
+        if (rn && l.kind == ColumnKind::Text) l.sql = toNumber(l, r.kind);
+        const bool numeric = (ln || l.kind == ColumnKind::Text) && (rn || r.kind == ColumnKind::Text) && (ln || rn);
+        const ColumnKind kind = numeric ? promote(ln ? l.kind : r.kind, rn ? r.kind : l.kind) : ColumnKind::Unknown;
+        if (op == QLatin1String("/")) return {QStringLiteral("tsql_div(%1, %2)").arg(l.sql, r.sql), kind};
+        if (op == QLatin1String("%")) return {QStringLiteral("tsql_mod(%1, %2)").arg(l.sql, r.sql), kind};
+        if (op == QLatin1String("+") && !numeric) {
+            // Types unknown here: the values decide at run time (text joins, numbers add).
+            const ColumnKind known = l.kind != ColumnKind::Unknown ? l.kind : r.kind;
+            return {QStringLiteral("tsql_add(%1, %2)").arg(l.sql, r.sql), known};
+        }
+        if (op == QLatin1String("^"))
+            return {QStringLiteral("((%1 | %2) - (%1 & %2))").arg(l.sql, r.sql), ColumnKind::Integer};
+        return {paren(l.sql + QLatin1Char(' ') + op + QLatin1Char(' ') + r.sql), kind};
+    }
+
+    // Aggregates and single-row selects cannot return two rows; anything else is checked
+    // at run time as the server checks it.
+    static bool singleRow(const SelectStmt& s) {
+        if (s.cores.size() != 1) return false;
+        const SelectCore& c = s.cores.front();
+        if (c.top && c.top->kind == ExprKind::Number && c.top->text == QLatin1String("1")) return true;
+        if (!c.groupBy.empty() || c.items.size() != 1) return false;
+        const Expr& e = *c.items.front().expr;
+        static const QStringList aggregates = {"max", "min", "sum", "count", "avg"};
+        if (e.kind == ExprKind::Function && aggregates.contains(e.text)) return true;
+        if (e.kind == ExprKind::Function && e.text == QLatin1String("isnull") && !e.args.empty() &&
+            e.args[0]->kind == ExprKind::Function && aggregates.contains(e.args[0]->text))
+            return true;
+        return c.from.empty();
+    }
+
+    Typed scalarSubquery(const Expr& e, const Scope& scope) {
+        std::vector<ColumnKind> kinds;
+        const QString inner = select(*e.subquery, &scope, &kinds);
+        const ColumnKind kind = kinds.empty() ? ColumnKind::Unknown : kinds.front();
+        if (singleRow(*e.subquery)) return {paren(inner), kind};
+        return {QStringLiteral("tsql_single((SELECT count(*) FROM (SELECT 1 FROM (%1) LIMIT 2)), (%1))").arg(inner), kind};
+    }
+
+    Typed caseExpr(const Expr& e, const Scope& scope) {
+        QString out = QStringLiteral("CASE");
+        size_t i = 0;
+        Typed operand;
+        if (e.hasCaseOperand) {
+            operand = expr(*e.args[0], scope);
+            out += QLatin1Char(' ') + (operand.kind == ColumnKind::Text ? paren(operand.sql) + QStringLiteral(" COLLATE TSQL_CI") : operand.sql);
+            i = 1;
+        }
+        ColumnKind kind = ColumnKind::Unknown;
+        const size_t whenEnd = e.args.size() - (e.hasElse ? 1 : 0);
+        for (; i + 1 < whenEnd; i += 2) {
+            out += QStringLiteral(" WHEN ") + expr(*e.args[i], scope).sql;
+            Typed then = expr(*e.args[i + 1], scope);
+            if (kind == ColumnKind::Unknown) kind = then.kind;
+            out += QStringLiteral(" THEN ") + then.sql;
+        }
+        if (e.hasElse) {
+            Typed other = expr(*e.args.back(), scope);
+            if (kind == ColumnKind::Unknown) kind = other.kind;
+            out += QStringLiteral(" ELSE ") + other.sql;
+        }
+        return {out + QStringLiteral(" END"), kind};
+    }
+
+    Typed convert(const Expr& e, const Scope& scope) {
+        const Typed value = expr(*e.args[0], scope);
+        const QString style = e.args.size() > 1 ? expr(*e.args[1], scope).sql : QStringLiteral("NULL");
+        const DeclaredType target = declaredType(e.type);
+        return {QStringLiteral("tsql_convert('%1', %2, %3, %4, %5, %6)")
+                    .arg(e.type.name)
+                    .arg(e.type.max ? -1 : e.type.length)
+                    .arg(e.type.scale)
+                    .arg(value.sql, style, value.kind == ColumnKind::DateTime ? QStringLiteral("1") : QStringLiteral("0")),
+                target.kind};
+    }
+
+    Typed function(const Expr& e, const Scope& scope) {
+        const QString& name = e.text;
+        std::vector<Typed> args;
+        if (!(name == QLatin1String("count") && e.args.size() == 1 && e.args[0]->kind == ExprKind::Star))
+            for (const auto& a : e.args) args.push_back(expr(*a, scope));
+        auto argList = [&]() {
+            QStringList list;
+            for (const auto& a : args) list << a.sql;
+            return list.join(QStringLiteral(", "));
+        };
+        auto arity = [&](size_t lo, size_t hi) {
+            if (args.size() < lo || args.size() > hi)
+                throw SqlError(QStringLiteral("The %1 function requires %2 argument(s).").arg(name).arg(lo).toStdString());
+        };
+        auto call = [&](const QString& fn, ColumnKind kind) { return Typed{fn + QLatin1Char('(') + argList() + QLatin1Char(')'), kind}; };
+        if (name == QLatin1String("count")) {
+            if (args.empty()) return {QStringLiteral("count(*)"), ColumnKind::Integer};
+            return {QStringLiteral("count(") + (e.distinct ? QStringLiteral("DISTINCT ") : QString()) + argList() + QLatin1Char(')'),
+                    ColumnKind::Integer};
+        }
+        if (name == QLatin1String("sum") || name == QLatin1String("max") || name == QLatin1String("min") ||
+            name == QLatin1String("avg")) {
+            arity(1, 1);
+            QString arg = args[0].sql;
+            ColumnKind kind = args[0].kind;
+            if (kind == ColumnKind::Bit) kind = ColumnKind::Integer;
+            if (name == QLatin1String("sum") || name == QLatin1String("avg")) {
+                if (kind == ColumnKind::Text) arg = toNumber(args[0], ColumnKind::Float), kind = ColumnKind::Float;
+            }
+            QString out = name + QLatin1Char('(') + (e.distinct ? QStringLiteral("DISTINCT ") : QString()) + arg + QLatin1Char(')');
+            // The server's average of integers is an integer.
+            if (name == QLatin1String("avg") && kind == ColumnKind::Integer) out = QStringLiteral("CAST(%1 AS INTEGER)").arg(out);
+            return {out, kind};
+        }
+        if (name == QLatin1String("isnull")) {
+            arity(2, 2);
+            return call(QStringLiteral("ifnull"), args[0].kind != ColumnKind::Unknown ? args[0].kind : args[1].kind);
+        }
+        if (name == QLatin1String("getdate")) {
+            arity(0, 0);
+            return {QStringLiteral("tsql_getdate()"), ColumnKind::DateTime};
+        }
+        if (name == QLatin1String("rtrim") || name == QLatin1String("ltrim") || name == QLatin1String("upper") ||
+            name == QLatin1String("lower")) {
+            arity(1, 1);
+            return call(name, ColumnKind::Text);
+        }
+        if (name == QLatin1String("substring")) {
+            arity(3, 3);
+            return call(QStringLiteral("substr"), ColumnKind::Text);
+        }
+        if (name == QLatin1String("left")) {
+            arity(2, 2);
+            return {QStringLiteral("substr(%1, 1, %2)").arg(args[0].sql, args[1].sql), ColumnKind::Text};
+        }
+        if (name == QLatin1String("right")) {
+            arity(2, 2);
+            return {QStringLiteral("tsql_right(%1, %2)").arg(args[0].sql, args[1].sql), ColumnKind::Text};
+        }
+        if (name == QLatin1String("replace")) {
+            arity(3, 3);
+            return call(name, ColumnKind::Text);
+        }
+        if (name == QLatin1String("len")) {
+            arity(1, 1);
+            return call(QStringLiteral("tsql_len"), ColumnKind::Integer);
+        }
+        if (name == QLatin1String("charindex")) {
+            arity(2, 3);
+            return call(QStringLiteral("tsql_charindex"), ColumnKind::Integer);
+        }
+        if (name == QLatin1String("year") || name == QLatin1String("month") || name == QLatin1String("day")) {
+            arity(1, 1);
+            return call(QStringLiteral("tsql_") + name, ColumnKind::Integer);
+        }
+        if (name == QLatin1String("int")) {
+            arity(1, 1);
+            return call(QStringLiteral("tsql_int"), ColumnKind::Integer);
+        }
+        if (name == QLatin1String("abs") || name == QLatin1String("round")) {
+            arity(1, 3);
+            return call(name, args[0].kind);
+        }
+        return call(name, ColumnKind::Unknown);
+    }
+};
+
+}  // namespace
+
+QStringList printSqlite(const Statement& statement, BatchCatalog& catalog) { return Printer(catalog).statement(statement); }
+
+}  // namespace kivdb::dialect

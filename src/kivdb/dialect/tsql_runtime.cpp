@@ -1,0 +1,641 @@
+// Functions and collations that give translated statements SQL Server's results on the
+// embedded database: text compared as Chinese_PRC_CI_AS compares it, dates as dates, the
+// server's arithmetic and its errors.
+#include "dialect/dialect.h"
+
+#include <QDate>
+#include <QDateTime>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <optional>
+#include <sqlite3.h>
+
+namespace kivdb::dialect {
+
+namespace {
+
+QString textArg(sqlite3_value* v) {
+    return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(v)), sqlite3_value_bytes(v));
+}
+
+void resultText(sqlite3_context* ctx, const QString& s) {
+    const QByteArray utf8 = s.toUtf8();
+    sqlite3_result_text(ctx, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+}
+
+void resultError(sqlite3_context* ctx, const QString& message) {
+    const QByteArray utf8 = message.toUtf8();
+    sqlite3_result_error(ctx, utf8.constData(), int(utf8.size()));
+}
+
+bool anyNull(int argc, sqlite3_value** argv) {
+    for (int i = 0; i < argc; ++i)
+        if (sqlite3_value_type(argv[i]) == SQLITE_NULL) return true;
+    return false;
+}
+
+// ---- text comparison
+
+int trimmedLength(const char* s, int n) {
+    while (n > 0 && s[n - 1] == ' ') --n;
+    return n;
+}
+
+// Case-insensitive, trailing blanks ignored; ASCII compared in place, the rest by Unicode
+// case folding.
+int compareCi(void*, int n1, const void* p1, int n2, const void* p2) {
+    const char* a = static_cast<const char*>(p1);
+    const char* b = static_cast<const char*>(p2);
+    n1 = trimmedLength(a, n1);
+    n2 = trimmedLength(b, n2);
+    int i = 0;
+    for (; i < n1 && i < n2; ++i) {
+        const unsigned char ca = static_cast<unsigned char>(a[i]), cb = static_cast<unsigned char>(b[i]);
+        if (ca >= 0x80 || cb >= 0x80) {
+            // Back up to the start of the character, then compare the rest folded.
+            while (i > 0 && (static_cast<unsigned char>(a[i]) & 0xC0) == 0x80) --i;
+            const QString ra = QString::fromUtf8(a + i, n1 - i).toCaseFolded();
+            const QString rb = QString::fromUtf8(b + i, n2 - i).toCaseFolded();
+            const int c = ra.compare(rb);
+            return c < 0 ? -1 : c > 0 ? 1 : 0;
+        }
+        const int la = (ca >= 'A' && ca <= 'Z') ? ca + 32 : ca;
+        const int lb = (cb >= 'A' && cb <= 'Z') ? cb + 32 : cb;
+        if (la != lb) return la < lb ? -1 : 1;
+    }
+    return n1 == n2 ? 0 : (n1 < n2 ? -1 : 1);
+}
+
+// ---- dates
+
+struct DateTimeParts {
+    int year = 1900, month = 1, day = 1, hour = 0, minute = 0, second = 0, msec = 0;
+    bool hasTime = false;
+};
+
+int digitsAt(const QString& s, int& i, int maxDigits) {
+    int value = 0, count = 0;
+    while (i < s.size() && count < maxDigits && s[i].isDigit()) {
+        value = value * 10 + s[i].digitValue();
+        ++i;
+        ++count;
+    }
+    return count == 0 ? -1 : value;
+}
+
+// Reads yyyy-mm-dd, yyyy/mm/dd, yyyy.mm.dd or yyyymmdd, with an optional time
+// hh:mm[:ss[.fff]] after a blank or T.
+std::optional<DateTimeParts> parseDateTime(const QString& text) {
+    const QString s = text.trimmed();
+    DateTimeParts p;
+    int i = 0;
+    const int start = i;
+    int year = digitsAt(s, i, 8);
+    if (year < 0) return std::nullopt;
+    if (i - start == 8) {
+        p.year = year / 10000;
+        p.month = year / 100 % 100;
+        p.day = year % 100;
+    } else if (i - start == 4 && i < s.size() && (s[i] == u'-' || s[i] == u'/' || s[i] == u'.')) {
+        const QChar sep = s[i++];
+        p.year = year;
+        p.month = digitsAt(s, i, 2);
+        if (i >= s.size() || s[i] != sep) return std::nullopt;
+        ++i;
+        p.day = digitsAt(s, i, 2);
+    } else {
+        return std::nullopt;
+    }
+    if (i < s.size() && (s[i] == u' ' || s[i] == u'T')) {
+        while (i < s.size() && (s[i] == u' ' || s[i] == u'T')) ++i;
+        p.hasTime = true;
+        p.hour = digitsAt(s, i, 2);
+        if (p.hour < 0 || i >= s.size() || s[i] != u':') return std::nullopt;
+        ++i;
+        p.minute = digitsAt(s, i, 2);
+        if (p.minute < 0) return std::nullopt;
+        if (i < s.size() && s[i] == u':') {
+            ++i;
+            p.second = digitsAt(s, i, 2);
+            if (p.second < 0) return std::nullopt;
+            if (i < s.size() && s[i] == u'.') {
+                ++i;
+                const int fracStart = i;
+                int frac = digitsAt(s, i, 9);
+                if (frac < 0) return std::nullopt;
+                int len = i - fracStart;
+                while (len < 3) { frac *= 10; ++len; }
+                while (len > 3) { frac /= 10; --len; }
+                p.msec = frac;
+            }
+        }
+    }
+    if (i != s.size()) return std::nullopt;
+    if (!QDate::isValid(p.year, p.month, p.day) || p.hour > 23 || p.minute > 59 || p.second > 59) return std::nullopt;
+    return p;
+}
+
+QDateTime toQDateTime(const DateTimeParts& p) {
+    return QDateTime(QDate(p.year, p.month, p.day), QTime(p.hour, p.minute, p.second, p.msec));
+}
+
+// A value as a date: text as written, a number as days since 1900-01-01 (the server's
+// zero date).
+std::optional<QDateTime> dateArg(sqlite3_value* v, bool* hadTime = nullptr) {
+    const int type = sqlite3_value_type(v);
+    if (type == SQLITE_INTEGER || type == SQLITE_FLOAT) {
+        const double days = sqlite3_value_double(v);
+        if (hadTime) *hadTime = days != std::floor(days);
+        return QDateTime(QDate(1900, 1, 1), QTime(0, 0)).addMSecs(qint64(std::llround(days * 86400000.0)));
+    }
+    const auto parts = parseDateTime(textArg(v));
+    if (!parts) return std::nullopt;
+    if (hadTime) *hadTime = parts->hasTime;
+    return toQDateTime(*parts);
+}
+
+const char* const kDateConversionFailed = "Conversion failed when converting date and/or time from character string.";
+
+QString formatDateTime(const QDateTime& dt) {
+    if (dt.time().msec() != 0) return dt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
+    return dt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+}
+
+qint64 dateKey(const DateTimeParts& p) {
+    return ((((qint64(p.year) * 100 + p.month) * 100 + p.day) * 100 + p.hour) * 100 + p.minute) * 100000 +
+           p.second * 1000 + p.msec;
+}
+
+// Dates stored as text compare as points in time: '2006-03-31' is midnight of that day.
+int compareDate(void* unused, int n1, const void* p1, int n2, const void* p2) {
+    const auto a = parseDateTime(QString::fromUtf8(static_cast<const char*>(p1), n1));
+    const auto b = parseDateTime(QString::fromUtf8(static_cast<const char*>(p2), n2));
+    if (a && b) {
+        const qint64 ka = dateKey(*a), kb = dateKey(*b);
+        return ka < kb ? -1 : ka > kb ? 1 : 0;
+    }
+    if (a || b) return a ? -1 : 1;  // dates before anything unreadable, consistently
+    return compareCi(unused, n1, p1, n2, p2);
+}
+
+// ---- numbers
+
+struct Number {
+    bool isInteger = true;
+    qint64 i = 0;
+    double d = 0;
+    double asDouble() const { return isInteger ? double(i) : d; }
+};
+
+QString conversionMessage(const QString& value, const QString& target) {
+    if (target == QLatin1String("int") || target == QLatin1String("smallint") || target == QLatin1String("bigint") ||
+        target == QLatin1String("tinyint"))
+        return QStringLiteral("Conversion failed when converting the varchar value '%1' to data type %2.").arg(value, target);
+    if (target == QLatin1String("money"))
+        return QStringLiteral("Cannot convert a char value to money. The char value has incorrect syntax.");
+    return QStringLiteral("Error converting data type varchar to %1.").arg(target);
+}
+
+bool isIntegerTarget(const QString& target) {
+    return target == QLatin1String("int") || target == QLatin1String("smallint") || target == QLatin1String("bigint") ||
+           target == QLatin1String("tinyint");
+}
+
+// Text to a number the way the server converts varchar: an integer target takes only an
+// integer; other targets any decimal number. Blank text is 0.
+std::optional<Number> parseNumber(const QString& text, const QString& target) {
+    const QString t = text.trimmed();
+    Number n;
+    if (t.isEmpty()) return n;
+    bool ok = false;
+    if (isIntegerTarget(target)) {
+        n.i = t.toLongLong(&ok);
+        if (!ok) return std::nullopt;
+        return n;
+    }
+    n.i = t.toLongLong(&ok);
+    if (ok && target.isEmpty()) return n;
+    n.isInteger = false;
+    n.d = t.toDouble(&ok);
+    if (!ok || std::isnan(n.d) || std::isinf(n.d)) return std::nullopt;
+    return n;
+}
+
+// A value as a number; text converts as it would to `target` ("" chooses int or float by
+// the text). Returns false after reporting the server's error.
+bool numberArg(sqlite3_context* ctx, sqlite3_value* v, const QString& target, Number& out) {
+    switch (sqlite3_value_type(v)) {
+    case SQLITE_INTEGER:
+        out = {true, sqlite3_value_int64(v), 0};
+        return true;
+    case SQLITE_FLOAT:
+        out = {false, 0, sqlite3_value_double(v)};
+        return true;
+    default: {
+        const QString text = textArg(v);
+        const auto n = parseNumber(text, target);
+        if (!n) {
+            resultError(ctx, conversionMessage(text, target.isEmpty() ? QStringLiteral("int") : target));
+            return false;
+        }
+        out = *n;
+        return true;
+    }
+    }
+}
+
+void resultNumber(sqlite3_context* ctx, const Number& n) {
+    if (n.isInteger) sqlite3_result_int64(ctx, n.i);
+    else sqlite3_result_double(ctx, n.d);
+}
+
+// The numeric type a text operand converts to: that of the other operand.
+QString targetFor(sqlite3_value* other) {
+    return sqlite3_value_type(other) == SQLITE_FLOAT ? QStringLiteral("float") : QStringLiteral("int");
+}
+
+void tsqlNum(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    const QString target = argc > 1 ? textArg(argv[1]) : QString();
+    Number n;
+    if (numberArg(ctx, argv[0], target, n)) resultNumber(ctx, n);
+}
+
+void tsqlDiv(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
+    Number a, b;
+    if (!numberArg(ctx, argv[0], targetFor(argv[1]), a) || !numberArg(ctx, argv[1], targetFor(argv[0]), b)) return;
+    if (b.asDouble() == 0) return resultError(ctx, QStringLiteral("Divide by zero error encountered."));
+    if (a.isInteger && b.isInteger) {
+        if (a.i == std::numeric_limits<qint64>::min() && b.i == -1)
+            return resultError(ctx, QStringLiteral("Arithmetic overflow error converting expression to data type bigint."));
+        return sqlite3_result_int64(ctx, a.i / b.i);  // truncates toward zero, as the server does
+    }
+    sqlite3_result_double(ctx, a.asDouble() / b.asDouble());
+}
+
+void tsqlMod(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
+    Number a, b;
+    if (!numberArg(ctx, argv[0], targetFor(argv[1]), a) || !numberArg(ctx, argv[1], targetFor(argv[0]), b)) return;
+    if (b.asDouble() == 0) return resultError(ctx, QStringLiteral("Divide by zero error encountered."));
+    if (a.isInteger && b.isInteger) {
+        if (b.i == -1) return sqlite3_result_int64(ctx, 0);
+        return sqlite3_result_int64(ctx, a.i % b.i);
+    }
+    sqlite3_result_double(ctx, std::fmod(a.asDouble(), b.asDouble()));
+}
+
+// + when the translation could not tell the operand types: two texts join, otherwise
+// numbers add and a text operand converts to the other's type.
+void tsqlAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
+    const int ta = sqlite3_value_type(argv[0]), tb = sqlite3_value_type(argv[1]);
+    const bool textA = ta == SQLITE_TEXT || ta == SQLITE_BLOB, textB = tb == SQLITE_TEXT || tb == SQLITE_BLOB;
+    if (textA && textB) return resultText(ctx, textArg(argv[0]) + textArg(argv[1]));
+    Number a, b;
+    if (!numberArg(ctx, argv[0], targetFor(argv[1]), a) || !numberArg(ctx, argv[1], targetFor(argv[0]), b)) return;
+    if (a.isInteger && b.isInteger) {
+        qint64 sum = 0;
+        if (!__builtin_add_overflow(a.i, b.i, &sum)) return sqlite3_result_int64(ctx, sum);
+    }
+    sqlite3_result_double(ctx, a.asDouble() + b.asDouble());
+}
+
+void tsqlInt(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    switch (sqlite3_value_type(argv[0])) {
+    case SQLITE_NULL: return sqlite3_result_null(ctx);
+    case SQLITE_INTEGER: return sqlite3_result_int64(ctx, sqlite3_value_int64(argv[0]));
+    case SQLITE_FLOAT: return sqlite3_result_int64(ctx, qint64(std::trunc(sqlite3_value_double(argv[0]))));
+    default: {
+        const QString text = textArg(argv[0]);
+        const auto n = parseNumber(text, QStringLiteral("float"));
+        if (!n) return resultError(ctx, conversionMessage(text, QStringLiteral("int")));
+        sqlite3_result_int64(ctx, n->isInteger ? n->i : qint64(std::trunc(n->d)));
+    }
+    }
+}
+
+void tsqlSingle(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_int64(argv[0]) > 1)
+        return resultError(ctx, QStringLiteral("Subquery returned more than 1 value. This is not permitted when the subquery "
+                                               "follows =, !=, <, <= , >, >= or when the subquery is used as an expression."));
+    sqlite3_result_value(ctx, argv[1]);
+}
+
+// ---- text functions
+
+void tsqlLen(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    QString s = textArg(argv[0]);
+    int n = int(s.size());
+    while (n > 0 && s[n - 1] == u' ') --n;
+    sqlite3_result_int(ctx, int(QStringView(s).left(n).toUcs4().size()));
+}
+
+void tsqlCharindex(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
+    const QString needle = textArg(argv[0]);
+    const QString hay = textArg(argv[1]);
+    qint64 start = argc > 2 ? sqlite3_value_int64(argv[2]) : 1;
+    if (start < 1) start = 1;
+    if (needle.isEmpty() || start > hay.size()) return sqlite3_result_int(ctx, 0);
+    const qsizetype at = hay.indexOf(needle, qsizetype(start - 1), Qt::CaseInsensitive);
+    sqlite3_result_int64(ctx, at < 0 ? 0 : qint64(at) + 1);
+}
+
+void tsqlRight(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
+    const QString s = textArg(argv[0]);
+    const qint64 n = sqlite3_value_int64(argv[1]);
+    if (n < 0) return resultError(ctx, QStringLiteral("Invalid length parameter passed to the right function."));
+    resultText(ctx, s.right(qsizetype(std::min<qint64>(n, s.size()))));
+}
+
+// ---- like with the server's wildcards: % _ [a-c] [^x], case-insensitive
+
+struct PatternElement {
+    enum Kind { AnyRun, AnyOne, Literal, Class } kind = Literal;
+    QChar ch;
+    QString set;        // class members and ranges, folded
+    bool negated = false;
+};
+
+std::vector<PatternElement> compilePattern(const QString& pattern, std::optional<QChar> escape) {
+    std::vector<PatternElement> out;
+    for (int i = 0; i < pattern.size(); ++i) {
+        const QChar c = pattern[i];
+        PatternElement e;
+        if (escape && c == *escape && i + 1 < pattern.size()) {
+            e.ch = pattern[++i];
+        } else if (c == u'%') {
+            e.kind = PatternElement::AnyRun;
+        } else if (c == u'_') {
+            e.kind = PatternElement::AnyOne;
+        } else if (c == u'[') {
+            const int close = int(pattern.indexOf(u']', i + 1 + (i + 1 < pattern.size() && pattern[i + 1] == u'^' ? 1 : 0)));
+            if (close < 0) {
+                e.ch = c;  // an unclosed bracket stands for itself
+            } else {
+                e.kind = PatternElement::Class;
+                QString body = pattern.mid(i + 1, close - i - 1);
+                if (body.startsWith(u'^')) {
+                    e.negated = true;
+                    body.remove(0, 1);
+                }
+                e.set = body.toCaseFolded();
+                i = close;
+            }
+        } else {
+            e.ch = c;
+        }
+        if (e.kind == PatternElement::Literal) e.ch = QString(e.ch).toCaseFolded().front();
+        out.push_back(e);
+    }
+    return out;
+}
+
+bool classMatches(const PatternElement& e, QChar c) {
+    bool hit = false;
+    const QString& s = e.set;
+    for (int i = 0; i < s.size() && !hit; ++i) {
+        if (i + 2 < s.size() && s[i + 1] == u'-') {
+            hit = c >= s[i] && c <= s[i + 2];
+            i += 2;
+        } else {
+            hit = c == s[i];
+        }
+    }
+    return hit != e.negated;
+}
+
+bool elementMatches(const PatternElement& e, QChar c) {
+    switch (e.kind) {
+    case PatternElement::AnyOne: return true;
+    case PatternElement::Literal: return e.ch == c;
+    case PatternElement::Class: return classMatches(e, c);
+    default: return false;
+    }
+}
+
+// Wildcard matching with backtracking to the last %: linear in practice, never exponential.
+bool likeMatches(const std::vector<PatternElement>& p, const QString& text) {
+    size_t pi = 0, ti = 0, starP = SIZE_MAX, starT = 0;
+    const size_t n = size_t(text.size());
+    while (ti < n) {
+        if (pi < p.size() && p[pi].kind == PatternElement::AnyRun) {
+            starP = pi++;
+            starT = ti;
+        } else if (pi < p.size() && elementMatches(p[pi], text[qsizetype(ti)])) {
+            ++pi;
+            ++ti;
+        } else if (starP != SIZE_MAX) {
+            pi = starP + 1;
+            ti = ++starT;
+        } else {
+            return false;
+        }
+    }
+    while (pi < p.size() && p[pi].kind == PatternElement::AnyRun) ++pi;
+    return pi == p.size();
+}
+
+void tsqlLike(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
+    std::optional<QChar> escape;
+    if (argc > 2) {
+        const QString e = textArg(argv[2]);
+        if (e.size() != 1) return resultError(ctx, QStringLiteral("The invalid escape character \"%1\" was specified in a LIKE predicate.").arg(e));
+        escape = e.front();
+    }
+    const auto pattern = compilePattern(textArg(argv[0]), escape);
+    sqlite3_result_int(ctx, likeMatches(pattern, textArg(argv[1]).toCaseFolded()) ? 1 : 0);
+}
+
+// ---- dates
+
+void tsqlGetdate(sqlite3_context* ctx, int, sqlite3_value**) {
+    resultText(ctx, QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
+}
+
+template <int Part>
+void tsqlDatePart(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    const auto dt = dateArg(argv[0]);
+    if (!dt) return resultError(ctx, QString::fromLatin1(kDateConversionFailed));
+    const QDate d = dt->date();
+    sqlite3_result_int(ctx, Part == 0 ? d.year() : Part == 1 ? d.month() : d.day());
+}
+
+// Date plus days; a date without time stays a date when whole days are added.
+void tsqlDateAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
+    bool hadTime = false;
+    const auto dt = dateArg(argv[0], &hadTime);
+    if (!dt) return resultError(ctx, QString::fromLatin1(kDateConversionFailed));
+    Number days;
+    if (!numberArg(ctx, argv[1], QStringLiteral("float"), days)) return;
+    const double d = days.asDouble();
+    const QDateTime result = dt->addMSecs(qint64(std::llround(d * 86400000.0)));
+    if (!hadTime && d == std::floor(d)) return resultText(ctx, result.date().toString(QStringLiteral("yyyy-MM-dd")));
+    resultText(ctx, formatDateTime(result));
+}
+
+// ---- convert / cast
+
+QString formatDateStyle(const QDateTime& dt, int style, bool& ok) {
+    ok = true;
+    static const char* const months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+    const QDate d = dt.date();
+    const QTime t = dt.time();
+    switch (style) {
+    case 0:
+    case 100: {
+        const int hour12 = t.hour() % 12 == 0 ? 12 : t.hour() % 12;
+        return QStringLiteral("%1 %2 %3 %4:%5%6")
+            .arg(QLatin1String(months[d.month() - 1]))
+            .arg(d.day(), 2, 10, QLatin1Char(' '))
+            .arg(d.year())
+            .arg(hour12, 2, 10, QLatin1Char(' '))
+            .arg(t.minute(), 2, 10, QLatin1Char('0'))
+            .arg(t.hour() < 12 ? QStringLiteral("AM") : QStringLiteral("PM"));
+    }
+    case 23: return d.toString(QStringLiteral("yyyy-MM-dd"));
+    case 101: return d.toString(QStringLiteral("MM/dd/yyyy"));
+    case 102: return d.toString(QStringLiteral("yyyy.MM.dd"));
+    case 103: return d.toString(QStringLiteral("dd/MM/yyyy"));
+    case 108: return t.toString(QStringLiteral("HH:mm:ss"));
+    case 111: return d.toString(QStringLiteral("yyyy/MM/dd"));
+    case 112: return d.toString(QStringLiteral("yyyyMMdd"));
+    case 120: return dt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    case 121: return dt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
+    default: ok = false; return {};
+    }
+}
+
+double roundTo(double v, int scale) {
+    const double f = std::pow(10.0, scale);
+    return std::round(v * f) / f;  // halves away from zero, as the server rounds
+}
+
+// tsql_convert(type, length, scale, value, style, value_is_date)
+void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    sqlite3_value* value = argv[3];
+    if (sqlite3_value_type(value) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    const QString type = textArg(argv[0]);
+    const int length = sqlite3_value_int(argv[1]);
+    const int scale = sqlite3_value_int(argv[2]);
+    const bool styled = sqlite3_value_type(argv[4]) != SQLITE_NULL;
+    const int style = styled ? sqlite3_value_int(argv[4]) : 0;
+    const bool valueIsDate = sqlite3_value_int(argv[5]) != 0;
+
+    if (type.endsWith(QLatin1String("char")) || type == QLatin1String("text") || type == QLatin1String("ntext")) {
+        QString s;
+        const int vt = sqlite3_value_type(value);
+        if (valueIsDate) {
+            const auto dt = dateArg(value);
+            if (!dt) return resultError(ctx, QString::fromLatin1(kDateConversionFailed));
+            bool ok = false;
+            s = formatDateStyle(*dt, style, ok);
+            if (!ok)
+                return resultError(ctx, QStringLiteral("%1 is not a valid style number when converting from datetime to a "
+                                                       "character string.").arg(style));
+        } else if (vt == SQLITE_FLOAT) {
+            s = QString::number(sqlite3_value_double(value), 'g', 6);
+        } else {
+            s = textArg(value);
+        }
+        // convert(varchar, x) without a length means 30 characters.
+        const int limit = length == -1 && type != QLatin1String("text") ? 30 : length;
+        if (limit > 0 && s.size() > limit) s.truncate(limit);
+        return resultText(ctx, s);
+    }
+    if (isIntegerTarget(type)) {
+        Number n;
+        if (!numberArg(ctx, value, type, n)) return;
+        return sqlite3_result_int64(ctx, n.isInteger ? n.i : qint64(std::trunc(n.d)));
+    }
+    if (type == QLatin1String("float") || type == QLatin1String("real")) {
+        Number n;
+        if (!numberArg(ctx, value, QStringLiteral("float"), n)) return;
+        return sqlite3_result_double(ctx, n.asDouble());
+    }
+    if (type == QLatin1String("decimal") || type == QLatin1String("numeric") || type == QLatin1String("money") ||
+        type == QLatin1String("smallmoney")) {
+        const bool money = type.endsWith(QLatin1String("money"));
+        Number n;
+        if (!numberArg(ctx, value, money ? QStringLiteral("money") : QStringLiteral("numeric"), n)) return;
+        return sqlite3_result_double(ctx, roundTo(n.asDouble(), money ? 4 : std::max(scale, 0)));
+    }
+    if (type == QLatin1String("bit")) {
+        if (sqlite3_value_type(value) == SQLITE_TEXT) {
+            const QString t = textArg(value).trimmed();
+            if (t.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0) return sqlite3_result_int(ctx, 1);
+            if (t.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0) return sqlite3_result_int(ctx, 0);
+        }
+        Number n;
+        if (!numberArg(ctx, value, QStringLiteral("bit"), n)) return;
+        return sqlite3_result_int(ctx, n.asDouble() != 0 ? 1 : 0);
+    }
+    if (type.contains(QLatin1String("date"))) {
+        const auto dt = dateArg(value);
+        if (!dt) return resultError(ctx, QString::fromLatin1(kDateConversionFailed));
+        if (type == QLatin1String("date")) return resultText(ctx, dt->date().toString(QStringLiteral("yyyy-MM-dd")));
+        QDateTime out = *dt;
+        if (type == QLatin1String("smalldatetime"))  // to the nearest minute
+            out = QDateTime(out.date(), QTime(out.time().hour(), out.time().minute())).addSecs(out.time().second() >= 30 ? 60 : 0);
+        return resultText(ctx, formatDateTime(out));
+    }
+    resultError(ctx, QStringLiteral("Type %1 is not a defined system type.").arg(type));
+}
+
+struct FunctionDef {
+    const char* name;
+    int args;
+    void (*fn)(sqlite3_context*, int, sqlite3_value**);
+    bool deterministic;
+};
+
+const FunctionDef kFunctions[] = {
+    {"like", 2, tsqlLike, true},
+    {"like", 3, tsqlLike, true},
+    {"tsql_num", 2, tsqlNum, true},
+    {"tsql_div", 2, tsqlDiv, true},
+    {"tsql_mod", 2, tsqlMod, true},
+    {"tsql_add", 2, tsqlAdd, true},
+    {"tsql_int", 1, tsqlInt, true},
+    {"tsql_single", 2, tsqlSingle, true},
+    {"tsql_len", 1, tsqlLen, true},
+    {"tsql_charindex", 2, tsqlCharindex, true},
+    {"tsql_charindex", 3, tsqlCharindex, true},
+    {"tsql_right", 2, tsqlRight, true},
+    {"tsql_getdate", 0, tsqlGetdate, false},
+    {"tsql_year", 1, tsqlDatePart<0>, true},
+    {"tsql_month", 1, tsqlDatePart<1>, true},
+    {"tsql_day", 1, tsqlDatePart<2>, true},
+    {"tsql_date_add", 2, tsqlDateAdd, true},
+    {"tsql_convert", 6, tsqlConvert, true},
+};
+
+}  // namespace
+
+void registerRuntime(sqlite3* db) {
+    // "x" is a name, never a string, as with QUOTED_IDENTIFIER ON.
+    sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    sqlite3_create_collation(db, "TSQL_CI", SQLITE_UTF8, nullptr, compareCi);
+    sqlite3_create_collation(db, "TSQL_DATE", SQLITE_UTF8, nullptr, compareDate);
+    for (const auto& f : kFunctions) {
+        const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (f.deterministic ? SQLITE_DETERMINISTIC : 0);
+        sqlite3_create_function(db, f.name, f.args, flags, nullptr, f.fn, nullptr, nullptr);
+    }
+    // sysobjects lists the user tables, as the server's catalog view does for type 'U'.
+    sqlite3_exec(db,
+                 "CREATE TEMP VIEW IF NOT EXISTS sysobjects AS SELECT name COLLATE TSQL_CI AS name, rowid AS id, "
+                 "'U' COLLATE TSQL_CI AS type, 'U' COLLATE TSQL_CI AS xtype FROM main.sqlite_master "
+                 "WHERE type = 'table' AND substr(name, 1, 7) <> 'sqlite_'",
+                 nullptr, nullptr, nullptr);
+}
+
+}  // namespace kivdb::dialect
