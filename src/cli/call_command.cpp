@@ -23,6 +23,7 @@ public:
             conn_ = Connection::open(url_);
             if (trace_)
                 conn_->addObserver([](const StatementEvent& e) {
+                    if (e.insideProcedure) return;  // the server's business
                     const QString line = (e.kind == StatementEvent::Procedure ? "PROC: " : "SQL: ") + e.text;
                     std::fprintf(stderr, "%s\n", line.toUtf8().constData());
                     std::fflush(stderr);

@@ -45,7 +45,7 @@ protected:
     void makeNoteDatabase() {
         ASSERT_EQ(runCli({"init", "--db", db_, "--schema", emptySchema_}).exitCode, 0);
         SqliteConnection conn(db_, SqliteConnection::OpenMode::ExistingFile);
-        conn.execute("create table note (code nvarchar(20), qty int, amount money_real, made datetime_text, posted bit)");
+        conn.execute("create table note (code nvarchar(20), qty int, amount money, made datetime, posted bit)");
         conn.execute("insert into note values ('甲-01', 3, 1250000.5, '2024-05-06 07:08:09', 1)");
         conn.execute("insert into note values ('乙-02', null, null, null, 0)");
     }
@@ -86,7 +86,7 @@ TEST_F(CliTest, InitRefusesExistingFileAndRemovesAHalfMadeOne) {
          QStringLiteral("error: database file already exists: %1\n").arg(QRegularExpression::escape(existing.fileName())),
          true},
         {{"init", "--db", db_, "--schema", schema},
-         QStringLiteral("error: 01_tables\\.sql: (.*: )?near \"tabel\": syntax error\n"), false},
+         QStringLiteral("error: 01_tables\\.sql: .*Incorrect syntax near 'tabel'\\.\n"), false},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.args.join(' ').toStdString());

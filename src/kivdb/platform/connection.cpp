@@ -61,8 +61,9 @@ qint64 Connection::execute(const QString& sql) {
     return runExecute(sql);
 }
 
-// What a procedure runs is the server's business: on SQL Server observers never see it, so
-// the statements of an embedded procedure are not shown either.
+// What a procedure runs is the server's business: on SQL Server nobody sees it. The
+// statements of an embedded procedure reach observers marked as such, so that a trace can
+// show what the library sent and nothing more.
 void Connection::call(ProcedureCall& call) {
     notify({StatementEvent::Procedure, call.name, &call});
     ++insideProcedure_;
@@ -85,8 +86,9 @@ void Connection::removeObserver(int id) {
 }
 
 void Connection::notify(const StatementEvent& event) {
-    if (insideProcedure_ > 0) return;
-    for (auto& [id, observer] : observers_) observer(event);
+    StatementEvent marked = event;
+    marked.insideProcedure = insideProcedure_ > 0;
+    for (auto& [id, observer] : observers_) observer(marked);
 }
 
 }  // namespace kivdb

@@ -71,6 +71,9 @@ struct StatementEvent {
     enum Kind { Statement, Procedure } kind;
     QString text;  // the statement as built, or the procedure's name
     const ProcedureCall* call = nullptr;  // for Procedure events
+    // Run by an embedded procedure, not sent by the library (on SQL Server it would stay
+    // inside the server).
+    bool insideProcedure = false;
 };
 using StatementObserver = std::function<void(const StatementEvent&)>;
 

@@ -14,11 +14,12 @@ struct BackendCase {
     const char* name;
     const char* urlPrefix;  // followed by the database file's path
     bool driverWrapsMessages;  // the ODBC driver adds its name and SQLite's error code
+    const char* noteTable;     // T-SQL for the embedded database, SQLite's DDL through ODBC
 };
 
 const BackendCase kBackends[] = {
-    {"embedded", "sqlite:", false},
-    {"odbc", "odbc:Driver=SQLite3;Database=", true},
+    {"embedded", "sqlite:", false, kNoteTableTsql},
+    {"odbc", "odbc:Driver=SQLite3;Database=", true, kNoteTable},
 };
 
 class ConnectionBackendTest : public ::testing::TestWithParam<BackendCase> {
@@ -27,7 +28,7 @@ protected:
 
     void SetUp() override {
         conn_ = openAnother();
-        conn_->execute(kNoteTable);
+        conn_->execute(GetParam().noteTable);
     }
 
     std::unique_ptr<Connection> openAnother() { return Connection::open(QLatin1String(GetParam().urlPrefix) + db_.path); }

@@ -50,17 +50,18 @@ TEST(ConnectionFrontEnd, ObserversSeeEventsInOrderUntilRemoved) {
     conn.execute("update t set a = 1");
     conn.removeObserver(id);
     conn.query("select 2");
-    EXPECT_EQ(seen, (QStringList{"SQL  select 1 ", "PROC bs_Get_BillSeqNo", "SQL update t set a = 1"}));
+    EXPECT_EQ(seen, (QStringList{"SQL  select 1 ", "PROC bs_Get_BillSeqNo", "SQL update counters set n = n + 1",
+                                 "SQL update t set a = 1"}));
 }
 
-TEST(ConnectionFrontEnd, StatementsInsideAProcedureAreNotObservedEvenWhenItFails) {
+TEST(ConnectionFrontEnd, StatementsInsideAProcedureAreMarkedEvenWhenItFails) {
     NullConnection conn;
     QStringList seen;
-    conn.addObserver([&](const StatementEvent& e) { seen << e.text; });
+    conn.addObserver([&](const StatementEvent& e) { seen << (e.insideProcedure ? "inside " : "") + e.text; });
     ProcedureCall failing{"failing", {}};
     EXPECT_THROW(conn.call(failing), DatabaseError);
     conn.query("select 3");
-    EXPECT_EQ(seen, (QStringList{"failing", "select 3"}));
+    EXPECT_EQ(seen, (QStringList{"failing", "inside update counters set n = n + 1", "select 3"}));
 }
 
 }  // namespace

@@ -13,11 +13,15 @@ namespace kivdb {
 
 // The message of the DatabaseError the action raises, or "(no error)". A std::string, so a
 // failed comparison prints readable text.
-// Every field type, declared as the DDL translator writes the suite's types for the
-// embedded database.
+// Every field type, declared as the DDL translator writes the suite's types: for a
+// connection that runs SQLite's own DDL (the SQLite ODBC driver).
 inline constexpr const char* kNoteTable =
     "create table note (code nvarchar(20) not null primary key, qty int, amount money_real, "
     "price decimal_real(18,4), rate float, made datetime_text, posted bit)";
+// The same table in the suite's T-SQL, for the embedded connection, which translates it.
+inline constexpr const char* kNoteTableTsql =
+    "create table note (code nvarchar(20) not null primary key, qty int, amount money, "
+    "price decimal(18,4), rate float, made datetime, posted bit)";
 
 // An empty SQLite file in a directory of its own, removed with it.
 struct TemporaryDatabase {

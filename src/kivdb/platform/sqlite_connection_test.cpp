@@ -15,7 +15,7 @@ class SqliteConnectionTest : public ::testing::Test {
 protected:
     void SetUp() override {
         conn_ = std::make_unique<SqliteConnection>(db_.path, SqliteConnection::OpenMode::ExistingFile);
-        conn_->execute(kNoteTable);
+        conn_->execute(kNoteTableTsql);
         conn_->execute("create table note_line (code nvarchar(20) references note(code))");
     }
 

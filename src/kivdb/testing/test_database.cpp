@@ -10,6 +10,7 @@ std::unique_ptr<Connection> memoryDatabase(const QStringList& setup) {
 
 StatementRecorder::StatementRecorder(Connection& conn) : conn_(conn) {
     id_ = conn_.addObserver([this](const StatementEvent& e) {
+        if (e.insideProcedure) return;
         events_ << (e.kind == StatementEvent::Procedure ? QStringLiteral("PROC ") : QStringLiteral("SQL ")) + e.text;
     });
 }

@@ -11,7 +11,8 @@ namespace kivdb::testing {
 // A fresh in-memory embedded database after running the given T-SQL statements.
 std::unique_ptr<Connection> memoryDatabase(const QStringList& setup = {});
 
-// Records statements ("SQL text") and procedure calls ("PROC name") while it lives.
+// Records statements ("SQL text") and procedure calls ("PROC name") while it lives, as the
+// library sent them: what an embedded procedure runs inside is left out.
 class StatementRecorder {
 public:
     explicit StatementRecorder(Connection& conn);
