@@ -1,0 +1,18 @@
+-- Sales: an order of 30 worm gear boxes and 2 spur gear boxes at the customer's contract
+-- prices, and the first shipment against it with a pail of gear oil given free of charge.
+-- ShipQty of an order line adds up the shipped quantity (not the free one) of its lines.
+
+insert into sl_order (RefNo, Slordno, BillDate, flag, DepartNo, PreparedBy, AcctVouchNo, Remark, CustNo, Currency, ExRate, Amount, SlAmt, TaxAmt, PaidAmt, SalesId, CustPoNo, FinFlag, addFinFlag) values (7, 'SO0605001', '2006-05-05', '2', 'D02', 'lim', 0, N'分两批交货', 'C001', 'RMB', 1, 64600, 55213.68, 9386.32, 0, 'E002', 'NJQL-2006-0412', 0, 0)
+go
+
+insert into sl_orderDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Version, OrderQty, ShipQty, RtnQty, RtnShipQty, Price) values (7, 1, 1, 'WPA80-20', N'蜗轮蜗杆减速机', N'台', 'A', 30, 10, 0, 0, 1700)
+insert into sl_orderDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Version, OrderQty, ShipQty, RtnQty, RtnShipQty, Price) values (7, 2, 2, 'ZQ350-23', N'圆柱齿轮减速机', N'台', 'A', 2, 2, 0, 0, 6800)
+go
+
+insert into sl_ship (RefNo, NoteNo, BillDate, flag, DepartNo, PreparedBy, AcctVouchNo, Remark, CustNo, Currency, ExRate, Amount, SlAmt, TaxAmt, PaidAmt) values (15, 'SH0605001', '2006-05-25', '2', 'D02', 'lim', 4, N'第一批交货，赠送齿轮油一桶', 'C001', 'RMB', 1, 30600, 26153.85, 4446.15, 10000)
+go
+
+insert into sl_ShipDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Qty, LargessQty, InvQty, Price, FromLoc, BatchNo, LotNo, EffectDate, slsize, Factor, Slordno) values (15, 1, 1, 'WPA80-20', N'蜗轮蜗杆减速机', N'台', 10, 0, 10, 1700, 'WH02', '', '00', null, 1, 1, 'SO0605001')
+insert into sl_ShipDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Qty, LargessQty, InvQty, Price, FromLoc, BatchNo, LotNo, EffectDate, slsize, Factor, Slordno) values (15, 2, 2, 'ZQ350-23', N'圆柱齿轮减速机', N'台', 2, 0, 2, 6800, 'WH02', '', '00', null, 1, 1, 'SO0605001')
+insert into sl_ShipDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Qty, LargessQty, InvQty, Price, FromLoc, BatchNo, LotNo, EffectDate, slsize, Factor, Slordno) values (15, 3, 3, 'OIL-220', N'工业齿轮油', N'桶', 0, 1, 0, 0, 'WH01', '', 'L0512B', '2007-12-31', 18, 1, '')
+go
