@@ -11,7 +11,7 @@ go
 insert into Po_OrderDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Version, OrderQty, RecvQty, RtnQty, RtnRecvQty, Price, shipDate) values (3, 1, 1, 'CS-HT200-80', N'箱体铸件', N'件', '', 100, 100, 0, 0, 210, '2006-04-10')
 insert into Po_OrderDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Version, OrderQty, RecvQty, RtnQty, RtnRecvQty, Price, shipDate) values (3, 2, 2, 'BZ-ZCUSN-180', N'锡青铜蜗轮坯', N'件', '', 60, 40, 0, 0, 95, '2006-04-20')
 insert into Po_OrderDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Version, OrderQty, RecvQty, RtnQty, RtnRecvQty, Price, shipDate) values (5, 1, 1, 'BR-6208', N'深沟球轴承', N'套', '', 200, 200, 0, 0, 38.5, '2006-04-18')
-insert into Po_OrderDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Version, OrderQty, RecvQty, RtnQty, RtnRecvQty, Price, shipDate) values (5, 2, 2, 'OS-45628', N'骨架油封', N'个', '', 500, 500, 0, 0, 1.2, '2006-04-18')
+insert into Po_OrderDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Version, OrderQty, RecvQty, RtnQty, RtnRecvQty, Price, shipDate) values (5, 2, 2, 'OS-45628', N'骨架油封', N'个', '', 500, 500, 20, 0, 1.2, '2006-04-18')
 insert into Po_OrderDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Version, OrderQty, RecvQty, RtnQty, RtnRecvQty, Price, shipDate) values (18, 1, 1, 'BR-6208-J', N'深沟球轴承(进口)', N'套', '', 100, 0, 0, 0, 1200, '2006-07-20')
 go
 
@@ -28,4 +28,18 @@ go
 -- The castings passed incoming inspection; the bronze blanks still wait for it.
 insert into po_IQcCode (IqcCode, VendNo, bTmp, RefNoteNo, PartNo, Qty, bChecked) values ('IQC0604001', 'V001', 0, 'RC0604001', 'CS-HT200-80', 100, 1)
 insert into po_IQcCode (IqcCode, VendNo, bTmp, RefNoteNo, PartNo, Qty, bChecked) values ('IQC0604002', 'V001', 0, 'RC0604001', 'BZ-ZCUSN-180', 40, 0)
+go
+
+-- Twenty faulty seals went back to the vendor (RtnQty of the order line, awaiting
+-- replacement), and steel bars arrived ahead of their order, taken in provisionally.
+insert into Po_Rtn (RefNo, NoteNo, BillDate, flag, DepartNo, PreparedBy, AcctVouchNo, Remark, VendNo, Currency, ExRate, Amount, SlAmt, TaxAmt, PaidAmt) values (20, 'PR0606001', '2006-06-19', '2', 'D05', 'chenj', 0, N'油封唇口缺陷退货', 'V003', 'RMB', 1, 24, 20.51, 3.49, 0)
+go
+
+insert into Po_RtnDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Qty, InvQty, Price, FromLoc, BatchNo, LotNo, EffectDate, slsize, Factor, PoNo) values (20, 1, 1, 'OS-45628', N'骨架油封', N'个', 20, 0, 1.2, 'WH01', '', '00', null, 1, 1, 'PO0604002')
+go
+
+insert into Po_StkIn (RefNo, ShipNo, BillDate, flag, DepartNo, PreparedBy, AcctVouchNo, Remark, VendNo, Buyer, Dealer, Currency, ExRate, SlAmt, IqcFinFlag) values (21, 'TS0606001', '2006-06-20', '2', 'D05', 'chenj', 0, N'钢材先到，订单未下', 'V002', 'E003', 'E005', 'RMB', 1, 1638, 1)
+go
+
+insert into Po_StkInDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Qty, RtnQty, DisQty, QcQty, IqcNo, Price, ToLoc, BatchNo, LotNo, EffectDate, slsize, Factor) values (21, 1, 1, 'ST-40CR-45', N'蜗杆轴坯', N'捆', 2, 0, 0, 0, '', 819, 'WH01', '', '00', null, 20, 1)
 go

@@ -35,22 +35,26 @@ insert into st_partRec (BillId, RefNo, LineId, PartNo, Location, BatchNo, batchT
 insert into st_partRec (BillId, RefNo, LineId, PartNo, Location, BatchNo, batchType, LotNo, Qty, RecDate) values (1020, 15, 1, 'WPA80-20', 'WH02', '', 'O', '00', 10, '2006-05-25')
 insert into st_partRec (BillId, RefNo, LineId, PartNo, Location, BatchNo, batchType, LotNo, Qty, RecDate) values (1020, 15, 2, 'ZQ350-23', 'WH02', '', 'O', '00', 2, '2006-05-25')
 insert into st_partRec (BillId, RefNo, LineId, PartNo, Location, BatchNo, batchType, LotNo, Qty, RecDate) values (1020, 15, 3, 'OIL-220', 'WH01', '', 'O', 'L0512B', 18, '2006-05-25')
+insert into st_partRec (BillId, RefNo, LineId, PartNo, Location, BatchNo, batchType, LotNo, Qty, RecDate) values (1030, 19, 1, 'WPA80-20', 'WH02', '', 'I', '00', 1, '2006-06-16')
+insert into st_partRec (BillId, RefNo, LineId, PartNo, Location, BatchNo, batchType, LotNo, Qty, RecDate) values (2030, 20, 1, 'OS-45628', 'WH01', '', 'O', '00', 20, '2006-06-19')
+insert into st_partRec (BillId, RefNo, LineId, PartNo, Location, BatchNo, batchType, LotNo, Qty, RecDate) values (2110, 21, 1, 'ST-40CR-45', 'WH01', '', 'I', '00', 40, '2006-06-20')
+insert into st_partRec (BillId, RefNo, LineId, PartNo, Location, BatchNo, batchType, LotNo, Qty, RecDate) values (1610, 24, 1, 'WPA80-20', 'WH02', '', 'O', '00', 2, '2006-06-26')
 go
 
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('CS-HT200-80', 'B051220', '00', 'WH01', 10)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('CS-HT200-80', 'B060410', '00', 'WH01', 100)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('BZ-ZCUSN-180', '', 'L0511A', 'WH01', 25)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('BZ-ZCUSN-180', '', 'L0604A', 'WH01', 40)
-insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('ST-40CR-45', '', '00', 'WH01', 40)
+insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('ST-40CR-45', '', '00', 'WH01', 80)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('BR-6208', '', '00', 'WH01', 270)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('BR-6208', '', '00', 'WH03', 8)
-insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('OS-45628', '', '00', 'WH01', 659)
+insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('OS-45628', '', '00', 'WH01', 639)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('OIL-220', '', 'L0512B', 'WH01', 132)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('OIL-220', '', 'L0507A', 'WH01', 18)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('BT-M12-40', '', '00', 'WH03', -10)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('WG80-ASM', '', '00', 'WH01', 10)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('ZQ350-23', '', '00', 'WH02', 1)
-insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('WPA80-20', '', '00', 'WH02', 7)
+insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('WPA80-20', '', '00', 'WH02', 6)
 go
 
 -- The same rows with the lot's effective date and the day the batch came in, for the pickers.
@@ -58,16 +62,16 @@ insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, 
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('CS-HT200-80', 'B060410', '00', 'WH01', 100, null, '2006-04-10')
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('BZ-ZCUSN-180', '', 'L0511A', 'WH01', 25, null, null)
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('BZ-ZCUSN-180', '', 'L0604A', 'WH01', 40, null, null)
-insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('ST-40CR-45', '', '00', 'WH01', 40, null, null)
+insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('ST-40CR-45', '', '00', 'WH01', 80, null, null)
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('BR-6208', '', '00', 'WH01', 270, null, null)
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('BR-6208', '', '00', 'WH03', 8, null, null)
-insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('OS-45628', '', '00', 'WH01', 659, null, null)
+insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('OS-45628', '', '00', 'WH01', 639, null, null)
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('OIL-220', '', 'L0512B', 'WH01', 132, '2007-12-31', null)
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('OIL-220', '', 'L0507A', 'WH01', 18, '2006-05-31', null)
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('BT-M12-40', '', '00', 'WH03', -10, null, null)
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('WG80-ASM', '', '00', 'WH01', 10, null, null)
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('ZQ350-23', '', '00', 'WH02', 1, null, null)
-insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('WPA80-20', '', '00', 'WH02', 7, null, null)
+insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('WPA80-20', '', '00', 'WH02', 6, null, null)
 go
 
 -- Bronze blanks do not expire; the gear oil keeps eighteen months, and lot L0507A ran out
@@ -78,10 +82,10 @@ insert into st_Lot (PartNo, LotNo, EffectDate) values ('OIL-220', 'L0512B', '200
 insert into st_Lot (PartNo, LotNo, EffectDate) values ('OIL-220', 'L0507A', '2006-05-31')
 go
 
--- Gear boxes left in the finished goods store; the shipment took the five of December
--- and the first five of the job, and ZQ0511001 and ZQ0511002.
-insert into St_PartSerial (PartNo, SerialNo, Location) values ('WPA80-20', 'WPA0605006', 'WH02')
-insert into St_PartSerial (PartNo, SerialNo, Location) values ('WPA80-20', 'WPA0605007', 'WH02')
+-- Gear boxes left in the finished goods store: the shipment took the five of December,
+-- the first five of the job, ZQ0511001 and ZQ0511002; WPA0512001 came back damaged;
+-- WPA0605006 and WPA0605007 went out on consignment.
+insert into St_PartSerial (PartNo, SerialNo, Location) values ('WPA80-20', 'WPA0512001', 'WH02')
 insert into St_PartSerial (PartNo, SerialNo, Location) values ('WPA80-20', 'WPA0605008', 'WH02')
 insert into St_PartSerial (PartNo, SerialNo, Location) values ('WPA80-20', 'WPA0605009', 'WH02')
 insert into St_PartSerial (PartNo, SerialNo, Location) values ('WPA80-20', 'WPA0605010', 'WH02')

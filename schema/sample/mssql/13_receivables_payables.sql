@@ -37,3 +37,28 @@ insert into ac_vouchHea (RefNo, VouchNo, BillDate, flag, Remark) values (2, N'�
 insert into ac_vouchHea (RefNo, VouchNo, BillDate, flag, Remark) values (3, N'记-0008', '2006-04-10', '1', N'采购收货单 RC0604001')
 insert into ac_vouchHea (RefNo, VouchNo, BillDate, flag, Remark) values (4, N'记-0026', '2006-05-25', '3', N'销售出货单 SH0605001')
 go
+
+-- Discounts: to the customer for the damaged box, from the foundry for late castings.
+insert into Rp_RDisc (RefNo, NoteNo, BillDate, flag, DepartNo, PreparedBy, AcctVouchNo, Remark, CustNo, Currency, ExRate, Amount) values (22, 'RD0606001', '2006-06-22', '2', 'D06', 'zhaol', 0, N'碰损补偿折让', 'C001', 'RMB', 1, 300)
+go
+
+insert into rp_RDiscDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Qty, InvQty, Price, Amount) values (22, 1, 1, 'WPA80-20', N'蜗轮蜗杆减速机', N'台', 1, 0, 300, 300)
+go
+
+insert into Rp_PDisc (RefNo, NoteNo, BillDate, flag, DepartNo, PreparedBy, AcctVouchNo, Remark, VendNo, Currency, ExRate, Amount) values (23, 'PD0606001', '2006-06-23', '2', 'D06', 'zhaol', 0, N'铸件延期交货折让', 'V001', 'RMB', 1, 500)
+go
+
+insert into rp_PDiscDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Qty, InvQty, Price, Amount) values (23, 1, 1, 'CS-HT200-80', N'箱体铸件', N'件', 1, 0, 500, 500)
+go
+
+insert into Rp_RAcct (CustNo, Type, NoteRefNo, NoteNo, bInv, RefDate, Amount, HadPayAmt, Currency) values ('C001', 2, 19, 'SR0606001', 0, '2006-06-16', -1700, 0, 'RMB')
+insert into Rp_RAcct (CustNo, Type, NoteRefNo, NoteNo, bInv, RefDate, Amount, HadPayAmt, Currency) values ('C001', 4, 22, 'RD0606001', 0, '2006-06-22', -300, 0, 'RMB')
+insert into rp_racctRec (CustNo, Type, NoteRefNo, NoteNo, RefDate, Amount) values ('C001', 2, 19, 'SR0606001', '2006-06-16', -1700)
+insert into rp_racctRec (CustNo, Type, NoteRefNo, NoteNo, RefDate, Amount) values ('C001', 4, 22, 'RD0606001', '2006-06-22', -300)
+go
+
+insert into Rp_PAcct (VendNo, Type, NoteRefNo, NoteNo, bInv, RefDate, Amount, HadPayAmt, Currency) values ('V003', 2, 20, 'PR0606001', 0, '2006-06-19', -24, 0, 'RMB')
+insert into Rp_PAcct (VendNo, Type, NoteRefNo, NoteNo, bInv, RefDate, Amount, HadPayAmt, Currency) values ('V001', 4, 23, 'PD0606001', 0, '2006-06-23', -500, 0, 'RMB')
+insert into rp_PacctRec (VendNo, Type, NoteRefNo, NoteNo, RefDate, Amount) values ('V003', 2, 20, 'PR0606001', '2006-06-19', -24)
+insert into rp_PacctRec (VendNo, Type, NoteRefNo, NoteNo, RefDate, Amount) values ('V001', 4, 23, 'PD0606001', '2006-06-23', -500)
+go
