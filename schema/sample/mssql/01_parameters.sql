@@ -86,8 +86,8 @@ go
 insert into Bs_SysSet (SysNoteId, ProgId) values (126, 'HL-JS-2006-0017')
 go
 
--- The last RefNo handed out: the notes of the sample are numbered 1 to 24.
-insert into BillCode (BillId, SeqNo) values (0, 24)
+-- The last RefNo handed out: the notes of the sample are numbered 1 to 28.
+insert into BillCode (BillId, SeqNo) values (0, 28)
 go
 
 insert into s_ModInsted (AcctModInsted, TaxModInsted, PayModInsted, ProdModInsted) values (1, 1, 1, 1)

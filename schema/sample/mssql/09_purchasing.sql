@@ -41,5 +41,19 @@ go
 insert into Po_StkIn (RefNo, ShipNo, BillDate, flag, DepartNo, PreparedBy, AcctVouchNo, Remark, VendNo, Buyer, Dealer, Currency, ExRate, SlAmt, IqcFinFlag) values (21, 'TS0606001', '2006-06-20', '2', 'D05', 'chenj', 0, N'钢材先到，订单未下', 'V002', 'E003', 'E005', 'RMB', 1, 1638, 1)
 go
 
-insert into Po_StkInDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Qty, RtnQty, DisQty, QcQty, IqcNo, Price, ToLoc, BatchNo, LotNo, EffectDate, slsize, Factor) values (21, 1, 1, 'ST-40CR-45', N'蜗杆轴坯', N'捆', 2, 0, 0, 0, '', 819, 'WH01', '', '00', null, 20, 1)
+insert into Po_StkInDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Qty, RtnQty, DisQty, QcQty, IqcNo, Price, ToLoc, BatchNo, LotNo, EffectDate, slsize, Factor) values (21, 1, 1, 'ST-40CR-45', N'蜗杆轴坯', N'捆', 2, 1, 0, 0, '', 819, 'WH01', '', '00', null, 20, 1)
+go
+
+-- One bundle of the provisional steel was bent and went back; the foundry settled the heat
+-- treatment of the job's worm shafts.
+insert into Po_StkRtn (RefNo, NoteNo, BillDate, flag, DepartNo, PreparedBy, AcctVouchNo, Remark, VendNo, Dealer, Currency, ExRate, SlAmt) values (25, 'TT0606001', '2006-06-27', '2', 'D05', 'chenj', 0, N'一捆弯曲退回', 'V002', 'E005', 'RMB', 1, 819)
+go
+
+insert into Po_StkRtnDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Qty, Price, FromLoc, BatchNo, LotNo, EffectDate, slsize, Factor) values (25, 1, 1, 'ST-40CR-45', N'蜗杆轴坯', N'捆', 1, 819, 'WH01', '', '00', null, 20, 1)
+go
+
+insert into Po_SubClose (RefNo, CloseNo, BillDate, flag, DepartNo, PreparedBy, AcctVouchNo, Remark, VendNo, Currency, ExRate, Amount, SlAmt, TaxAmt, PaidAmt) values (28, 'WS0606001', '2006-06-30', '2', 'D03', 'zhangw', 0, N'MO0605001蜗杆轴调质', 'V001', 'RMB', 1, 160, 136.75, 23.25, 0)
+go
+
+insert into Po_SubCloseDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Qty, InvQty, Price, PoNo) values (28, 1, 1, 'ST-40CR-45', N'蜗杆轴坯', N'根', 20, 0, 8, '')
 go

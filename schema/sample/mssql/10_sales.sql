@@ -30,3 +30,17 @@ go
 
 insert into sl_OutDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Qty, FromLoc, BatchNo, LotNo, EffectDate, slsize, Factor) values (24, 1, 1, 'WPA80-20', N'蜗轮蜗杆减速机', N'台', 2, 'WH02', '', '00', null, 1, 1)
 go
+
+-- Of the two boxes on consignment one came back and 上海港通 bought the other at its price
+-- system less its coefficient. The settlement moves no stock: the box left with the issue.
+insert into sl_OutRtn (RefNo, NoteNo, BillDate, flag, DepartNo, PreparedBy, AcctVouchNo, Remark, CustNo, Currency, ExRate) values (26, 'SB0606001', '2006-06-28', '2', 'D02', 'lim', 0, N'寄售样机退回一台', 'C002', 'RMB', 1)
+go
+
+insert into sl_OutRtnDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Qty, ToLoc, BatchNo, LotNo, EffectDate, slsize, Factor) values (26, 1, 1, 'WPA80-20', N'蜗轮蜗杆减速机', N'台', 1, 'WH02', '', '00', null, 1, 1)
+go
+
+insert into sl_ComSum (RefNo, NoteNo, BillDate, flag, DepartNo, PreparedBy, AcctVouchNo, Remark, CustNo, Currency, ExRate, Amount, SlAmt, TaxAmt, PaidAmt) values (27, 'CS0606001', '2006-06-30', '2', 'D02', 'lim', 0, N'寄售样机结算一台', 'C002', 'RMB', 1, 1710, 1461.54, 248.46, 0)
+go
+
+insert into sl_ComSumDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Qty, InvQty, Price, FromLoc, BatchNo, LotNo, EffectDate, slsize, Factor, Slordno) values (27, 1, 1, 'WPA80-20', N'蜗轮蜗杆减速机', N'台', 1, 0, 1710, 'WH02', '', '00', null, 1, 1, '')
+go

@@ -39,13 +39,15 @@ insert into st_partRec (BillId, RefNo, LineId, PartNo, Location, BatchNo, batchT
 insert into st_partRec (BillId, RefNo, LineId, PartNo, Location, BatchNo, batchType, LotNo, Qty, RecDate) values (2030, 20, 1, 'OS-45628', 'WH01', '', 'O', '00', 20, '2006-06-19')
 insert into st_partRec (BillId, RefNo, LineId, PartNo, Location, BatchNo, batchType, LotNo, Qty, RecDate) values (2110, 21, 1, 'ST-40CR-45', 'WH01', '', 'I', '00', 40, '2006-06-20')
 insert into st_partRec (BillId, RefNo, LineId, PartNo, Location, BatchNo, batchType, LotNo, Qty, RecDate) values (1610, 24, 1, 'WPA80-20', 'WH02', '', 'O', '00', 2, '2006-06-26')
+insert into st_partRec (BillId, RefNo, LineId, PartNo, Location, BatchNo, batchType, LotNo, Qty, RecDate) values (2120, 25, 1, 'ST-40CR-45', 'WH01', '', 'O', '00', 20, '2006-06-27')
+insert into st_partRec (BillId, RefNo, LineId, PartNo, Location, BatchNo, batchType, LotNo, Qty, RecDate) values (1620, 26, 1, 'WPA80-20', 'WH02', '', 'I', '00', 1, '2006-06-28')
 go
 
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('CS-HT200-80', 'B051220', '00', 'WH01', 10)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('CS-HT200-80', 'B060410', '00', 'WH01', 100)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('BZ-ZCUSN-180', '', 'L0511A', 'WH01', 25)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('BZ-ZCUSN-180', '', 'L0604A', 'WH01', 40)
-insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('ST-40CR-45', '', '00', 'WH01', 80)
+insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('ST-40CR-45', '', '00', 'WH01', 60)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('BR-6208', '', '00', 'WH01', 270)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('BR-6208', '', '00', 'WH03', 8)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('OS-45628', '', '00', 'WH01', 639)
@@ -54,7 +56,7 @@ insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('OIL-220',
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('BT-M12-40', '', '00', 'WH03', -10)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('WG80-ASM', '', '00', 'WH01', 10)
 insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('ZQ350-23', '', '00', 'WH02', 1)
-insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('WPA80-20', '', '00', 'WH02', 6)
+insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('WPA80-20', '', '00', 'WH02', 7)
 go
 
 -- The same rows with the lot's effective date and the day the batch came in, for the pickers.
@@ -62,7 +64,7 @@ insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, 
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('CS-HT200-80', 'B060410', '00', 'WH01', 100, null, '2006-04-10')
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('BZ-ZCUSN-180', '', 'L0511A', 'WH01', 25, null, null)
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('BZ-ZCUSN-180', '', 'L0604A', 'WH01', 40, null, null)
-insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('ST-40CR-45', '', '00', 'WH01', 80, null, null)
+insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('ST-40CR-45', '', '00', 'WH01', 60, null, null)
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('BR-6208', '', '00', 'WH01', 270, null, null)
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('BR-6208', '', '00', 'WH03', 8, null, null)
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('OS-45628', '', '00', 'WH01', 639, null, null)
@@ -71,7 +73,7 @@ insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, 
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('BT-M12-40', '', '00', 'WH03', -10, null, null)
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('WG80-ASM', '', '00', 'WH01', 10, null, null)
 insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('ZQ350-23', '', '00', 'WH02', 1, null, null)
-insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('WPA80-20', '', '00', 'WH02', 6, null, null)
+insert into st_OnHandAndBatchNoAndLotNo (PartNo, BatchNo, LotNo, Location, Qty, EffectDate, BatchNoDate) values ('WPA80-20', '', '00', 'WH02', 7, null, null)
 go
 
 -- Bronze blanks do not expire; the gear oil keeps eighteen months, and lot L0507A ran out
@@ -84,8 +86,9 @@ go
 
 -- Gear boxes left in the finished goods store: the shipment took the five of December,
 -- the first five of the job, ZQ0511001 and ZQ0511002; WPA0512001 came back damaged;
--- WPA0605006 and WPA0605007 went out on consignment.
+-- WPA0605006 and WPA0605007 went out on consignment, and WPA0605007 came back.
 insert into St_PartSerial (PartNo, SerialNo, Location) values ('WPA80-20', 'WPA0512001', 'WH02')
+insert into St_PartSerial (PartNo, SerialNo, Location) values ('WPA80-20', 'WPA0605007', 'WH02')
 insert into St_PartSerial (PartNo, SerialNo, Location) values ('WPA80-20', 'WPA0605008', 'WH02')
 insert into St_PartSerial (PartNo, SerialNo, Location) values ('WPA80-20', 'WPA0605009', 'WH02')
 insert into St_PartSerial (PartNo, SerialNo, Location) values ('WPA80-20', 'WPA0605010', 'WH02')

@@ -62,3 +62,9 @@ insert into Rp_PAcct (VendNo, Type, NoteRefNo, NoteNo, bInv, RefDate, Amount, Ha
 insert into rp_PacctRec (VendNo, Type, NoteRefNo, NoteNo, RefDate, Amount) values ('V003', 2, 20, 'PR0606001', '2006-06-19', -24)
 insert into rp_PacctRec (VendNo, Type, NoteRefNo, NoteNo, RefDate, Amount) values ('V001', 4, 23, 'PD0606001', '2006-06-23', -500)
 go
+
+insert into Rp_RAcct (CustNo, Type, NoteRefNo, NoteNo, bInv, RefDate, Amount, HadPayAmt, Currency) values ('C002', 9, 27, 'CS0606001', 0, '2006-06-30', 1710, 0, 'RMB')
+insert into rp_racctRec (CustNo, Type, NoteRefNo, NoteNo, RefDate, Amount) values ('C002', 9, 27, 'CS0606001', '2006-06-30', 1710)
+insert into Rp_PAcct (VendNo, Type, NoteRefNo, NoteNo, bInv, RefDate, Amount, HadPayAmt, Currency) values ('V001', 9, 28, 'WS0606001', 0, '2006-06-30', 160, 0, 'RMB')
+insert into rp_PacctRec (VendNo, Type, NoteRefNo, NoteNo, RefDate, Amount) values ('V001', 9, 28, 'WS0606001', '2006-06-30', 160)
+go
