@@ -11,6 +11,7 @@
 #include <sqlite3.h>
 
 #include <map>
+#include <memory>
 #include <vector>
 
 namespace kivdb::integrity {
@@ -79,9 +80,9 @@ QStringList tablesWith(const Catalogue& catalogue, const QStringList& columns) {
     return found;
 }
 
-// Note headers carry RefNo, their state flag and who prepared them; note lines RefNo,
-// LineId and SeqNo (the stock ledger has no SeqNo: it is no note). Vouchers have a flag too but are numbered
-// by the ledger, not by our counter.
+// Note headers carry RefNo, their state flag and who prepared them (vouchers have a flag
+// too but are numbered by the ledger, not by our counter); note lines RefNo, LineId and
+// SeqNo (the stock ledger has no SeqNo: it is no note).
 QStringList noteHeaders(const Catalogue& catalogue) {
     return tablesWith(catalogue,
                       {QStringLiteral("RefNo"), QStringLiteral("flag"), QStringLiteral("PreparedBy")});
@@ -94,7 +95,7 @@ QStringList noteLines(const Catalogue& catalogue) {
 class SampleData : public ::testing::Test {
 protected:
     static void SetUpTestSuite() {
-        db_ = new MemoryDb;
+        db_ = std::make_unique<MemoryDb>();
         try {
             applySchema(db_->handle(), defaultSchemaDirectory());
             applySampleData(db_->handle(), defaultSampleDirectory());
@@ -103,10 +104,7 @@ protected:
         }
         catalogue_ = readCatalogue();
     }
-    static void TearDownTestSuite() {
-        delete db_;
-        db_ = nullptr;
-    }
+    static void TearDownTestSuite() { db_.reset(); }
     void SetUp() override { ASSERT_TRUE(loadError_.isEmpty()) << loadError_.toStdString(); }
 
     // A rule written as a query for the rows that break it.
@@ -122,7 +120,7 @@ protected:
         }
     }
 
-    static inline MemoryDb* db_ = nullptr;
+    static inline std::unique_ptr<MemoryDb> db_;
     static inline QString loadError_;
     static inline Catalogue catalogue_;
 };
@@ -163,7 +161,7 @@ const CodeColumn kCodeColumns[] = {
     {"SubId", "ac_subject", "SubId"},      {"PriceSysNo", "bs_PriceSys", "PriceSysNo"},
     {"Slordno", "sl_order", "Slordno"},    {"PoNo", "Po_Order", "PoNo"},
     {"RefJobNo", "pl_jbmain", "RefNo"},    {"IqcNo", "po_IQcCode", "IqcCode"},
-    {"BillId", "Bs_BillSet", "BillId"},
+    {"Dealer", "Bs_Employee", "EmpId"},    {"BillId", "Bs_BillSet", "BillId"},
 };
 
 // Columns named like a code that hold something else: the RefNo counter's row BillId 0.
