@@ -1,4 +1,4 @@
--- Sample company: 常州恒力传动机械有限公司, a gear-box maker in 江苏, its 2006 books.
+-- Sample company: 常州武南传动机械有限公司, a gear-box maker in 江苏, its 2006 books.
 -- System switches, numbers and texts, the one-row system tables and the coded value lists.
 
 insert into bs_paralistB (ParFieldName, paraValue) values ('BatchControl', 1)
@@ -83,7 +83,7 @@ go
 insert into bs_sysPar (CostPerHour) values (18.5)
 go
 
-insert into Bs_SysSet (SysNoteId, ProgId) values (126, 'HL-JS-2006-0017')
+insert into Bs_SysSet (SysNoteId, ProgId) values (126, 'WN-JS-2006-0017')
 go
 
 -- The last RefNo handed out: the notes of the sample are numbered 1 to 28.

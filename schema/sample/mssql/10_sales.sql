@@ -2,7 +2,7 @@
 -- prices, and the first shipment against it with a pail of gear oil given free of charge.
 -- ShipQty of an order line adds up the shipped quantity (not the free one) of its lines.
 
-insert into sl_order (RefNo, Slordno, BillDate, flag, DepartNo, PreparedBy, AcctVouchNo, Remark, CustNo, Currency, ExRate, Amount, SlAmt, TaxAmt, PaidAmt, SalesId, CustPoNo, FinFlag, addFinFlag) values (7, 'SO0605001', '2006-05-05', '2', 'D02', 'lim', 0, N'分两批交货', 'C001', 'RMB', 1, 64600, 55213.68, 9386.32, 0, 'E002', 'NJQL-2006-0412', 0, 0)
+insert into sl_order (RefNo, Slordno, BillDate, flag, DepartNo, PreparedBy, AcctVouchNo, Remark, CustNo, Currency, ExRate, Amount, SlAmt, TaxAmt, PaidAmt, SalesId, CustPoNo, FinFlag, addFinFlag) values (7, 'SO0605001', '2006-05-05', '2', 'D02', 'lim', 0, N'分两批交货', 'C001', 'RMB', 1, 64600, 55213.68, 9386.32, 0, 'E002', 'JNQZ-2006-0412', 0, 0)
 go
 
 insert into sl_orderDtl (RefNo, LineId, SeqNo, PartNo, PartName, Unit, Version, OrderQty, ShipQty, RtnQty, RtnShipQty, Price) values (7, 1, 1, 'WPA80-20', N'蜗轮蜗杆减速机', N'台', 'A', 30, 10, 1, 0, 1700)

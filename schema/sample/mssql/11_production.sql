@@ -5,7 +5,7 @@
 -- IssuedQty of a component is what its issue lines took less what came back;
 -- AddIssQty what the supplementary issues took.
 
-insert into pl_jbmain (RefNo, JobNo, BillDate, flag, DepartNo, PreparedBy, AcctVouchNo, Remark, RefOrderNo, Slordno, CustPoNo, ProdNo, ProdVersion, ProdQty, QtyIssued, StkQtyIssued, ReadyQty) values (8, 'MO0605001', '2006-05-06', '2', 'D04', 'liuy', 0, N'南京汽轮订单，先做20台', 7, 'SO0605001', 'NJQL-2006-0412', 'WPA80-20', 'A', 20, 20, 12, 12)
+insert into pl_jbmain (RefNo, JobNo, BillDate, flag, DepartNo, PreparedBy, AcctVouchNo, Remark, RefOrderNo, Slordno, CustPoNo, ProdNo, ProdVersion, ProdQty, QtyIssued, StkQtyIssued, ReadyQty) values (8, 'MO0605001', '2006-05-06', '2', 'D04', 'liuy', 0, N'江宁起重订单，先做20台', 7, 'SO0605001', 'JNQZ-2006-0412', 'WPA80-20', 'A', 20, 20, 12, 12)
 go
 
 insert into pl_JbBom (RefJobNo, LineId, CompNo, CVersion, Qtyper, Factor, WcNo, PlanIssQty, IssuedQty, NeedAddQty, AddIssQty) values (8, 1, 'CS-HT200-80', '', 1, 1, 'WC03', 20, 20, 0, 0)
