@@ -467,6 +467,18 @@ TEST_F(SampleData, BatchesLotsAndSerialsFollowTheirParts) {
     });
 }
 
+// Component expansion walks parent-child pairs without a guard against cycles.
+TEST_F(SampleData, BillsOfMaterialsFormATreeSeveralLevelsDeep) {
+    expectNoneBroken({
+        {"a part among its own components",
+         "with recursive below(top, part, depth) as (select ProdNo, CompNo, 1 from en_bom union "
+         "select b.top, e.CompNo, b.depth + 1 from below b join en_bom e on e.ProdNo = b.part "
+         "where b.depth < 50) select distinct top from below where part = top or depth >= 50"},
+        {"a bill of more than one level",
+         "select 1 where not exists (select 1 from en_bom a join en_bom b on b.ProdNo = a.CompNo)"},
+    });
+}
+
 TEST_F(SampleData, PeriodsCloseInOrderAroundOneOpeningPeriod) {
     expectNoneBroken({
         {"one opening period", "select count(*) from Ac_AccYm where iniFlag = 1 having count(*) <> 1"},
