@@ -366,24 +366,27 @@ struct Movement {
     const char* direction;  // batchType
     const char* quantity;   // in the part's unit
 };
+
+// A line's quantity in the part's unit.
+constexpr const char* kLineQty = "d.Qty * d.slsize / d.Factor";
 const Movement kMovements[] = {
-    {"3010", "st_Inet", "St_InHead", "h.BillId = 3010", "d.ToLoc", "I", "d.Qty * d.slsize / d.Factor"},
-    {"3130", "st_Inet", "St_InHead", "h.BillId = 3130", "d.FromLoc", "O", "d.Qty * d.slsize / d.Factor"},
-    {"3130", "st_Inet", "St_InHead", "h.BillId = 3130", "d.ToLoc", "I", "d.Qty * d.slsize / d.Factor"},
+    {"3010", "st_Inet", "St_InHead", "h.BillId = 3010", "d.ToLoc", "I", kLineQty},
+    {"3130", "st_Inet", "St_InHead", "h.BillId = 3130", "d.FromLoc", "O", kLineQty},
+    {"3130", "st_Inet", "St_InHead", "h.BillId = 3130", "d.ToLoc", "I", kLineQty},
     {"3400", "st_checkdtl", "St_check", "d.diffQty < 0", "d.Location", "C", "-d.diffQty"},
     {"3400", "st_checkdtl", "St_check", "d.diffQty > 0", "d.Location", "I", "d.diffQty"},
-    {"2020", "Po_RecvDtl", "Po_Recv", "1 = 1", "d.ToLoc", "I", "d.Qty * d.slsize / d.Factor"},
-    {"6040, 6060", "pm_IssWipDtl", "pm_IssWip", "1 = 1", "d.FromLoc", "O", "d.Qty * d.slsize / d.Factor"},
-    {"6050", "pm_IssWipRtnDtl", "pm_IssWipRtn", "1 = 1", "d.ToLoc", "I", "d.Qty * d.slsize / d.Factor"},
-    {"6080", "pm_FinRepDtl", "pm_FinRep", "1 = 1", "d.ToLoc", "I", "d.Qty * d.slsize / d.Factor"},
+    {"2020", "Po_RecvDtl", "Po_Recv", "1 = 1", "d.ToLoc", "I", kLineQty},
+    {"6040, 6060", "pm_IssWipDtl", "pm_IssWip", "1 = 1", "d.FromLoc", "O", kLineQty},
+    {"6050", "pm_IssWipRtnDtl", "pm_IssWipRtn", "1 = 1", "d.ToLoc", "I", kLineQty},
+    {"6080", "pm_FinRepDtl", "pm_FinRep", "1 = 1", "d.ToLoc", "I", kLineQty},
     {"1020", "sl_ShipDtl", "sl_ship", "1 = 1", "d.FromLoc", "O",
      "(d.Qty + d.LargessQty) * d.slsize / d.Factor"},
-    {"1030", "sl_RtnDtl", "sl_Rtn", "1 = 1", "d.ToLoc", "I", "d.Qty * d.slsize / d.Factor"},
-    {"1610", "sl_OutDtl", "sl_Out", "1 = 1", "d.FromLoc", "O", "d.Qty * d.slsize / d.Factor"},
-    {"2030", "Po_RtnDtl", "Po_Rtn", "1 = 1", "d.FromLoc", "O", "d.Qty * d.slsize / d.Factor"},
-    {"2110", "Po_StkInDtl", "Po_StkIn", "1 = 1", "d.ToLoc", "I", "d.Qty * d.slsize / d.Factor"},
-    {"2120", "Po_StkRtnDtl", "Po_StkRtn", "1 = 1", "d.FromLoc", "O", "d.Qty * d.slsize / d.Factor"},
-    {"1620", "sl_OutRtnDtl", "sl_OutRtn", "1 = 1", "d.ToLoc", "I", "d.Qty * d.slsize / d.Factor"},
+    {"1030", "sl_RtnDtl", "sl_Rtn", "1 = 1", "d.ToLoc", "I", kLineQty},
+    {"1610", "sl_OutDtl", "sl_Out", "1 = 1", "d.FromLoc", "O", kLineQty},
+    {"2030", "Po_RtnDtl", "Po_Rtn", "1 = 1", "d.FromLoc", "O", kLineQty},
+    {"2110", "Po_StkInDtl", "Po_StkIn", "1 = 1", "d.ToLoc", "I", kLineQty},
+    {"2120", "Po_StkRtnDtl", "Po_StkRtn", "1 = 1", "d.FromLoc", "O", kLineQty},
+    {"1620", "sl_OutRtnDtl", "sl_OutRtn", "1 = 1", "d.ToLoc", "I", kLineQty},
 };
 
 TEST_F(SampleData, StockLedgerRecordsEveryStockLineAndAddsUpToOnHand) {
@@ -392,9 +395,8 @@ TEST_F(SampleData, StockLedgerRecordsEveryStockLineAndAddsUpToOnHand) {
     for (const Movement& m : kMovements) {
         const QString fromLines =
             QStringLiteral(
-                "select d.RefNo, d.LineId, d.PartNo, %1, d.BatchNo, d.LotNo, round(%2, 4) from %3 d join %4 "
-                "h "
-                "on h.RefNo = d.RefNo where h.flag = '2' and %5")
+                "select d.RefNo, d.LineId, d.PartNo, %1, d.BatchNo, d.LotNo, round(%2, 4) "
+                "from %3 d join %4 h on h.RefNo = d.RefNo where h.flag = '2' and %5")
                 .arg(QLatin1String(m.location), QLatin1String(m.quantity), QLatin1String(m.lines),
                      QLatin1String(m.header), QLatin1String(m.condition));
         const QString fromLedger =
