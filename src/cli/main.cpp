@@ -1,8 +1,11 @@
 // kivdb: command line tool over the library.
 //
-//   kivdb init --db FILE [--schema DIR]      create an embedded database with the tables of
+//   kivdb init --db FILE [--schema DIR] [--sample]
+//                                            create an embedded database with the tables of
 //                                            the T-SQL scripts DIR/mssql/NN_*.sql (DIR is
-//                                            the source tree's schema/ by default)
+//                                            the source tree's schema/ by default); with
+//                                            --sample also the sample company's rows of
+//                                            DIR/sample/mssql/NN_*.sql
 //   kivdb sql --db FILE [--translate] STATEMENT
 //                                            run one T-SQL statement and print its rows, one a
 //                                            line, values tab-separated, NULL as NULL; with
@@ -13,6 +16,7 @@
 // Failures print "error: MESSAGE" on stderr and exit with 1; a malformed command line
 // prints the usage and exits with 2.
 #include "cli/call_command.h"
+#include "integrity/sample_data.h"
 #include "integrity/schema_loader.h"
 #include "platform/sqlite_connection.h"
 
@@ -32,7 +36,7 @@ constexpr int kExitError = 1;
 constexpr int kExitUsage = 2;
 
 const char* const kUsage =
-    "usage: kivdb init --db FILE [--schema DIR]\n"
+    "usage: kivdb init --db FILE [--schema DIR] [--sample]\n"
     "       kivdb sql --db FILE [--translate] STATEMENT\n"
     "       kivdb call [--db FILE] [--trace] [--confirm yes|no] EXPORT [ARG...]\n";
 
@@ -44,6 +48,7 @@ struct CommandLine {
     QString verb;
     QString database;
     QString schemaDir;
+    bool sample = false;
     bool translate = false;
     QStringList positional;
 };
@@ -65,6 +70,7 @@ CommandLine parseCommandLine(QStringList args) {
         else if (arg == QLatin1String("--")) optionsEnded = true;
         else if (arg == QLatin1String("--db")) valueOf(line.database);
         else if (arg == QLatin1String("--schema")) valueOf(line.schemaDir);
+        else if (arg == QLatin1String("--sample")) line.sample = true;
         else if (arg == QLatin1String("--translate")) line.translate = true;
         else throw UsageError{QStringLiteral("unknown option %1").arg(arg)};
     }
@@ -84,6 +90,8 @@ void runInit(const CommandLine& line) {
         // A tree without table scripts leaves the new database empty.
         if (!kivdb::integrity::tableScripts(schemaDir).isEmpty())
             kivdb::integrity::applySchema(conn.handle(), schemaDir);
+        if (line.sample)
+            kivdb::integrity::applySampleData(conn.handle(), schemaDir + QStringLiteral("/sample"));
     } catch (...) {
         // A database whose schema failed halfway is worse than none.
         QFile::remove(line.database);

@@ -4,7 +4,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QHash>
+#include <QProcess>
 #include <QSet>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -745,6 +747,53 @@ TEST(SampleDataLoader, BatchesComeInScriptOrderWithTheirOrigin) {
                         !t.contains(QLatin1String("), (")))
                 << b.origin.toStdString() << ": " << t.toStdString();
         }
+    }
+}
+
+// `kivdb init --sample`: the schema and the sample in a new file, or no file at all.
+TEST(SampleDataLoader, InitWithSampleFillsTheNewDatabaseOrLeavesNone) {
+    QTemporaryDir dir;
+    const QString brokenTree = dir.filePath(QStringLiteral("broken"));
+    QDir().mkpath(brokenTree + QStringLiteral("/mssql"));
+    QDir().mkpath(brokenTree + QStringLiteral("/sample/mssql"));
+    const std::pair<const char*, const char*> brokenScripts[] = {
+        {"mssql/01_bs.sql", "create table Bs_Depart (DepartNo varchar(20) not null primary key)\ngo\n"},
+        {"sample/mssql/01_bs.sql", "insert into Bs_Depart (DepartNo, DepartName) values ('D01', N'总经办')\ngo\n"},
+    };
+    for (const auto& [name, text] : brokenScripts) {
+        QFile file(QDir(brokenTree).filePath(QLatin1String(name)));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    }
+    struct Case {
+        const char* name;
+        QStringList initArgs;
+        int exitCode;
+        const char* customer;  // C001's name afterwards; null: no database left
+    };
+    const Case cases[] = {
+        {"with the sample", {QStringLiteral("--sample")}, 0, "南京江宁起重运输设备有限公司"},
+        {"without it", {}, 0, ""},
+        {"a sample the schema cannot take", {QStringLiteral("--schema"), brokenTree, QStringLiteral("--sample")}, 1,
+         nullptr},
+    };
+    auto run = [](const QStringList& args) {
+        QProcess process;
+        process.start(QStringLiteral(KIVDB_CLI_PATH), args);
+        EXPECT_TRUE(process.waitForFinished(60000)) << args.join(' ').toStdString();
+        return std::make_pair(process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()).trimmed());
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const QString db = dir.filePath(QLatin1String(c.name) + QStringLiteral(".kivdb"));
+        EXPECT_EQ(run(QStringList{QStringLiteral("init"), QStringLiteral("--db"), db} + c.initArgs).first,
+                  c.exitCode);
+        EXPECT_EQ(QFileInfo::exists(db), c.customer != nullptr);
+        if (!c.customer) continue;
+        EXPECT_EQ(run({QStringLiteral("sql"), QStringLiteral("--db"), db,
+                       QStringLiteral("select CustName from Bs_Customer where CustNo = 'C001'")})
+                      .second,
+                  QString::fromUtf8(c.customer));
     }
 }
 
