@@ -15,13 +15,14 @@ namespace kivdb::integrity {
 QString defaultSampleDirectory();
 
 // Every batch of the sample scripts, in the order they run, for a connection that runs
-// T-SQL itself (`kivdb init --sample` runs them after the schema). Throws SchemaError when
-// there are no scripts or one cannot be read.
+// T-SQL itself (a server database). Throws SchemaError when there are no scripts or one
+// cannot be read.
 std::vector<SchemaBatch> sampleDataBatches(const QString& sampleDir);
 
-// Fills an embedded database that holds the schema and nothing else. All or nothing: the
-// first failing batch (a key already present, a column the schema lacks) rolls back every
-// sample row and throws SchemaError naming the script and the statement.
+// Fills an embedded database that holds the schema and nothing else, as `kivdb init
+// --sample` does right after the schema. All or nothing: the first failing batch (a key
+// already present, a column the schema lacks) rolls back every sample row and throws
+// SchemaError naming the script and the statement. Opens its own transaction.
 void applySampleData(sqlite3* db, const QString& sampleDir);
 
 }  // namespace kivdb::integrity
