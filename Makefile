@@ -2,7 +2,7 @@
 BUILD ?= build
 JOBS ?= $(shell nproc)
 
-.PHONY: setup build test demo fuzz clean
+.PHONY: setup build test demo bench fuzz clean
 
 setup:
 	@bash scripts/setup
@@ -16,6 +16,10 @@ test: build
 
 demo: build
 	@bash scripts/demo $(BUILD)
+
+# The embedded engine's cost over plain SQLite, as ratios measured in one run.
+bench: build
+	@$(BUILD)/bench/dialect_bench
 
 # The tokenizer/parser fuzz target, built with clang's libFuzzer.
 fuzz: setup
