@@ -85,6 +85,38 @@ QString conversionTarget(ColumnKind k) {
 
 QString tempPrefix(const QString& table) { return table.startsWith(QLatin1Char('#')) ? QStringLiteral("temp.") : QString(); }
 
+// Functions that translate one to one: the T-SQL name, the SQLite (or runtime) function,
+// the number of arguments and the result's kind.
+struct FunctionMapping {
+    const char* tsql;
+    const char* sqlite;
+    int minArgs;
+    int maxArgs;
+    ColumnKind kind;
+    bool kindOfArguments;  // the kind of the first argument whose kind is known
+};
+
+const FunctionMapping kFunctionMappings[] = {
+    {"isnull", "ifnull", 2, 2, ColumnKind::Unknown, true},
+    {"getdate", "tsql_getdate", 0, 0, ColumnKind::DateTime, false},
+    {"rtrim", "rtrim", 1, 1, ColumnKind::Text, false},
+    {"ltrim", "ltrim", 1, 1, ColumnKind::Text, false},
+    {"upper", "upper", 1, 1, ColumnKind::Text, false},
+    {"lower", "lower", 1, 1, ColumnKind::Text, false},
+    {"substring", "substr", 3, 3, ColumnKind::Text, false},
+    {"left", "tsql_left", 2, 2, ColumnKind::Text, false},
+    {"right", "tsql_right", 2, 2, ColumnKind::Text, false},
+    {"replace", "replace", 3, 3, ColumnKind::Text, false},
+    {"len", "tsql_len", 1, 1, ColumnKind::Integer, false},
+    {"charindex", "tsql_charindex", 2, 3, ColumnKind::Integer, false},
+    {"year", "tsql_year", 1, 1, ColumnKind::Integer, false},
+    {"month", "tsql_month", 1, 1, ColumnKind::Integer, false},
+    {"day", "tsql_day", 1, 1, ColumnKind::Integer, false},
+    {"int", "tsql_int", 1, 1, ColumnKind::Integer, false},
+    {"abs", "abs", 1, 1, ColumnKind::Unknown, true},
+    {"round", "round", 2, 3, ColumnKind::Unknown, true},
+};
+
 struct Typed {
     QString sql;
     ColumnKind kind = ColumnKind::Unknown;
@@ -790,54 +822,14 @@ private:
             if (name == QLatin1String("avg") && kind == ColumnKind::Integer) out = QStringLiteral("CAST(%1 AS INTEGER)").arg(out);
             return {out, kind};
         }
-        if (name == QLatin1String("isnull")) {
-            arity(2, 2);
-            return call(QStringLiteral("ifnull"), args[0].kind != ColumnKind::Unknown ? args[0].kind : args[1].kind);
-        }
-        if (name == QLatin1String("getdate")) {
-            arity(0, 0);
-            return {QStringLiteral("tsql_getdate()"), ColumnKind::DateTime};
-        }
-        if (name == QLatin1String("rtrim") || name == QLatin1String("ltrim") || name == QLatin1String("upper") ||
-            name == QLatin1String("lower")) {
-            arity(1, 1);
-            return call(name, ColumnKind::Text);
-        }
-        if (name == QLatin1String("substring")) {
-            arity(3, 3);
-            return call(QStringLiteral("substr"), ColumnKind::Text);
-        }
-        if (name == QLatin1String("left")) {
-            arity(2, 2);
-            return {QStringLiteral("substr(%1, 1, %2)").arg(args[0].sql, args[1].sql), ColumnKind::Text};
-        }
-        if (name == QLatin1String("right")) {
-            arity(2, 2);
-            return {QStringLiteral("tsql_right(%1, %2)").arg(args[0].sql, args[1].sql), ColumnKind::Text};
-        }
-        if (name == QLatin1String("replace")) {
-            arity(3, 3);
-            return call(name, ColumnKind::Text);
-        }
-        if (name == QLatin1String("len")) {
-            arity(1, 1);
-            return call(QStringLiteral("tsql_len"), ColumnKind::Integer);
-        }
-        if (name == QLatin1String("charindex")) {
-            arity(2, 3);
-            return call(QStringLiteral("tsql_charindex"), ColumnKind::Integer);
-        }
-        if (name == QLatin1String("year") || name == QLatin1String("month") || name == QLatin1String("day")) {
-            arity(1, 1);
-            return call(QStringLiteral("tsql_") + name, ColumnKind::Integer);
-        }
-        if (name == QLatin1String("int")) {
-            arity(1, 1);
-            return call(QStringLiteral("tsql_int"), ColumnKind::Integer);
-        }
-        if (name == QLatin1String("abs") || name == QLatin1String("round")) {
-            arity(1, 3);
-            return call(name, args[0].kind);
+        for (const auto& m : kFunctionMappings) {
+            if (name != QLatin1String(m.tsql)) continue;
+            arity(size_t(m.minArgs), size_t(m.maxArgs));
+            ColumnKind kind = m.kind;
+            if (m.kindOfArguments)
+                for (const auto& a : args)
+                    if (kind == ColumnKind::Unknown) kind = a.kind;
+            return call(QLatin1String(m.sqlite), kind);
         }
         return call(name, ColumnKind::Unknown);
     }

@@ -604,23 +604,18 @@ private:
         return finish(std::move(e));
     }
 
-    ExprPtr orExpr() {
-        ExprPtr left = andExpr();
-        while (peek().isKeyword("or")) {
+    // A left-associative chain of one logical operator over the next level down.
+    ExprPtr logicalChain(const char* word, ExprPtr (Parser::*operand)()) {
+        ExprPtr left = (this->*operand)();
+        while (peek().isKeyword(word)) {
             const Token& op = next();
-            left = binary(std::move(left), op, andExpr());
+            left = binary(std::move(left), op, (this->*operand)());
         }
         return left;
     }
 
-    ExprPtr andExpr() {
-        ExprPtr left = notExpr();
-        while (peek().isKeyword("and")) {
-            const Token& op = next();
-            left = binary(std::move(left), op, notExpr());
-        }
-        return left;
-    }
+    ExprPtr orExpr() { return logicalChain("or", &Parser::andExpr); }
+    ExprPtr andExpr() { return logicalChain("and", &Parser::notExpr); }
 
     ExprPtr notExpr() {
         if (peek().isKeyword("not")) {

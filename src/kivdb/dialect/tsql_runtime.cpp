@@ -345,12 +345,17 @@ void tsqlCharindex(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     sqlite3_result_int64(ctx, at < 0 ? 0 : qint64(at) + 1);
 }
 
-void tsqlRight(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+// left(s, n) and right(s, n), counted in characters.
+template <bool FromLeft>
+void tsqlSide(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
     const QString s = textArg(argv[0]);
     const qint64 n = sqlite3_value_int64(argv[1]);
-    if (n < 0) return resultError(ctx, QStringLiteral("Invalid length parameter passed to the right function."));
-    resultText(ctx, s.right(qsizetype(std::min<qint64>(n, s.size()))));
+    if (n < 0)
+        return resultError(ctx, QStringLiteral("Invalid length parameter passed to the %1 function.")
+                                    .arg(FromLeft ? QStringLiteral("left") : QStringLiteral("right")));
+    const qsizetype count = qsizetype(std::min<qint64>(n, s.size()));
+    resultText(ctx, FromLeft ? s.left(count) : s.right(count));
 }
 
 // ---- like with the server's wildcards: % _ [a-c] [^x], case-insensitive
@@ -609,7 +614,8 @@ const FunctionDef kFunctions[] = {
     {"tsql_len", 1, tsqlLen, true},
     {"tsql_charindex", 2, tsqlCharindex, true},
     {"tsql_charindex", 3, tsqlCharindex, true},
-    {"tsql_right", 2, tsqlRight, true},
+    {"tsql_left", 2, tsqlSide<true>, true},
+    {"tsql_right", 2, tsqlSide<false>, true},
     {"tsql_getdate", 0, tsqlGetdate, false},
     {"tsql_year", 1, tsqlDatePart<0>, true},
     {"tsql_month", 1, tsqlDatePart<1>, true},

@@ -198,8 +198,8 @@ INSTANTIATE_TEST_SUITE_P(
                  {"P1|BOX|100|1", "P1|PCS|1|1"}},
         RowsCase{"StringFunctions",
                  "select len('ab  '), charindex('C', 'abcabc'), charindex('c', 'abcabc', 4), substring('abcdef', 2, 3), "
-                 "upper('ab'), lower('AB'), ltrim('  x'), rtrim('x  ') + '|'",
-                 {"2|3|6|bcd|AB|ab|x|x|"}},
+                 "upper('ab'), lower('AB'), ltrim('  x'), rtrim('x  ') + '|', left('abc', 2), right('abc ', 2) + '|'",
+                 {"2|3|6|bcd|AB|ab|x|x||ab|c |"}},
         RowsCase{"DateParts", "select year(RefDate), month(RefDate), day(RefDate) from Rp_RAcct where CustNo = 'C2'",
                  {"2006|4|1"}},
         RowsCase{"ConvertStyles",
