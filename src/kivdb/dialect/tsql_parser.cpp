@@ -201,8 +201,7 @@ private:
             expectOp("=");
             s->assignments.emplace_back(column, expression());
         } while (acceptOp(","));
-        if (acceptKeyword("from")) s->from = tableSources();
-        if (acceptKeyword("where")) s->where = expression();
+        fromAndWhere(*s);
         return s;
     }
 
@@ -212,9 +211,14 @@ private:
         next();
         acceptKeyword("from");
         s->table = objectName();
-        if (acceptKeyword("from")) s->from = tableSources();
-        if (acceptKeyword("where")) s->where = expression();
+        fromAndWhere(*s);
         return s;
+    }
+
+    // T-SQL's own "from" list of update and delete, and the condition.
+    void fromAndWhere(Statement& s) {
+        if (acceptKeyword("from")) s.from = tableSources();
+        if (acceptKeyword("where")) s.where = expression();
     }
 
     StatementPtr create() {

@@ -262,11 +262,24 @@ void tsqlNum(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     if (numberArg(ctx, argv[0], target, n)) resultNumber(ctx, n);
 }
 
+// The operands of / and %: null gives null, a zero divisor the server's error. False when
+// the result is already set.
+bool divisionOperands(sqlite3_context* ctx, int argc, sqlite3_value** argv, Number& a, Number& b) {
+    if (anyNull(argc, argv)) {
+        sqlite3_result_null(ctx);
+        return false;
+    }
+    if (!numberArg(ctx, argv[0], targetFor(argv[1]), a) || !numberArg(ctx, argv[1], targetFor(argv[0]), b)) return false;
+    if (b.asDouble() == 0) {
+        resultError(ctx, QStringLiteral("Divide by zero error encountered."));
+        return false;
+    }
+    return true;
+}
+
 void tsqlDiv(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
-    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
     Number a, b;
-    if (!numberArg(ctx, argv[0], targetFor(argv[1]), a) || !numberArg(ctx, argv[1], targetFor(argv[0]), b)) return;
-    if (b.asDouble() == 0) return resultError(ctx, QStringLiteral("Divide by zero error encountered."));
+    if (!divisionOperands(ctx, argc, argv, a, b)) return;
     if (a.isInteger && b.isInteger) {
         if (a.i == std::numeric_limits<qint64>::min() && b.i == -1)
             return resultError(ctx, QStringLiteral("Arithmetic overflow error converting expression to data type bigint."));
@@ -276,10 +289,8 @@ void tsqlDiv(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
 }
 
 void tsqlMod(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
-    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
     Number a, b;
-    if (!numberArg(ctx, argv[0], targetFor(argv[1]), a) || !numberArg(ctx, argv[1], targetFor(argv[0]), b)) return;
-    if (b.asDouble() == 0) return resultError(ctx, QStringLiteral("Divide by zero error encountered."));
+    if (!divisionOperands(ctx, argc, argv, a, b)) return;
     if (a.isInteger && b.isInteger) {
         if (b.i == -1) return sqlite3_result_int64(ctx, 0);
         return sqlite3_result_int64(ctx, a.i % b.i);
