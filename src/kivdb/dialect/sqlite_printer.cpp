@@ -146,6 +146,7 @@ public:
         }
         case StmtKind::DropIndex: return {QStringLiteral("DROP INDEX ") + quoteName(s.indexName)};
         case StmtKind::AlterAdd: return alterAdd(s);
+        case StmtKind::SetOption: return {};
         }
         return {};
     }
@@ -531,6 +532,17 @@ private:
 
     QStringList alterAdd(const Statement& s) {
         QStringList out;
+        // SQLite cannot add a key to a table; a unique index holds the same rule. Foreign
+        // keys are not enforced by the embedded database, so adding one changes nothing.
+        for (const auto& k : s.constraints) {
+            if (k.kind == TableConstraint::Check)
+                throw SqlError("The embedded database cannot add a check constraint to an existing table.");
+            if (k.kind == TableConstraint::ForeignKey) continue;
+            const QString name = k.name.isEmpty() ? QStringLiteral("UQ_%1_%2").arg(s.table, k.columns.join(QLatin1Char('_'))) : k.name;
+            out << QStringLiteral("CREATE UNIQUE INDEX %1 ON %2 (%3)")
+                       .arg(tempPrefix(s.table) + quoteName(name), quoteName(s.table),
+                            quotedList(k.columns, k.descending).join(QStringLiteral(", ")));
+        }
         auto columns = catalog_.tableColumns(s.table);
         for (const auto& c : s.columnDefs) {
             if (c.identity || c.primaryKey || c.unique)
@@ -554,6 +566,8 @@ private:
         const QString target = conversionTarget(numericKind);
         if (t.literalText) {
             const QString v = t.literalValue.trimmed();
+            if (numericKind == ColumnKind::Bit && v.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0) return QStringLiteral("1");
+            if (numericKind == ColumnKind::Bit && v.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0) return QStringLiteral("0");
             bool ok = false;
             if (target == QLatin1String("int")) {
                 const qlonglong n = v.toLongLong(&ok);

@@ -124,7 +124,7 @@ struct TableConstraint {
     QStringList refColumns;
 };
 
-enum class StmtKind { Select, Insert, Update, Delete, CreateTable, CreateIndex, DropTable, DropIndex, AlterAdd };
+enum class StmtKind { Select, Insert, Update, Delete, CreateTable, CreateIndex, DropTable, DropIndex, AlterAdd, SetOption };
 
 struct Statement {
     StmtKind kind = StmtKind::Select;

@@ -26,7 +26,7 @@ bool isReserved(const Token& t) {
 }
 
 bool startsStatement(const Token& t) {
-    for (const char* w : {"select", "insert", "update", "delete", "create", "drop", "alter"})
+    for (const char* w : {"select", "insert", "update", "delete", "create", "drop", "alter", "set"})
         if (t.isKeyword(w)) return true;
     return false;
 }
@@ -151,6 +151,8 @@ private:
             s = drop();
         } else if (t.isKeyword("alter")) {
             s = alter();
+        } else if (t.isKeyword("set")) {
+            s = setOption();
         } else {
             fail(t);
         }
@@ -405,13 +407,39 @@ private:
         auto s = std::make_unique<Statement>();
         s->kind = StmtKind::AlterAdd;
         s->table = objectName();
+        // "with nocheck" of generated scripts: existing rows are not checked here anyway.
+        if (acceptKeyword("with") && !acceptKeyword("nocheck")) expectKeyword("check");
         expectKeyword("add");
-        if (peek().isKeyword("constraint") || peek().isKeyword("primary"))
-            throw SqlError("The embedded database cannot add a constraint to an existing table.");
-        do s->columnDefs.push_back(columnDef(*s));
-        while (acceptOp(","));
-        if (!s->constraints.empty())
-            throw SqlError("The embedded database cannot add a constraint to an existing table.");
+        do {
+            if (peek().isKeyword("constraint") && peek(2).isKeyword("default"))
+                throw SqlError("The embedded database cannot add a default to an existing column.");
+            if (peek().isKeyword("constraint") || peek().isKeyword("primary") || peek().isKeyword("unique") ||
+                peek().isKeyword("check") || peek().isKeyword("foreign")) {
+                s->constraints.push_back(tableConstraint());
+                fileGroupClause();
+            } else {
+                s->columnDefs.push_back(columnDef(*s));
+            }
+        } while (acceptOp(","));
+        return s;
+    }
+
+    // Session options of scripts (set ansi_nulls on, set nocount on ...) mean nothing on
+    // the embedded engine; variables are not part of the dialect.
+    StatementPtr setOption() {
+        static const QSet<QString> options = {
+            "ansi_nulls", "ansi_padding", "ansi_warnings", "ansi_null_dflt_on", "arithabort", "concat_null_yields_null",
+            "numeric_roundabort", "quoted_identifier", "nocount", "xact_abort", "dateformat", "datefirst", "language",
+            "transaction", "implicit_transactions", "lock_timeout", "textsize", "deadlock_priority"};
+        next();
+        if (peek().type != TokenType::Identifier || !options.contains(peek().text.toLower())) fail(peek());
+        auto s = std::make_unique<Statement>();
+        s->kind = StmtKind::SetOption;
+        next();
+        while (peek().type == TokenType::Identifier || peek().type == TokenType::Number) {
+            if (startsStatement(peek())) break;
+            next();
+        }
         return s;
     }
 

@@ -246,7 +246,8 @@ INSTANTIATE_TEST_SUITE_P(
                  {"1"}},
         RowsCase{"NumberRunIntoKeyword", "select 1 from Bs_BillCheckRec where BillId = 5and RefNo = 3 and CheckLevel = 1",
                  {"1"}},
-        RowsCase{"BitAgainstLiteral", "select count(*) from Ac_AccYm where StoreIni =  1", {"1"}}));
+        RowsCase{"BitAgainstLiteral", "select count(*) from Ac_AccYm where StoreIni =  1", {"1"}},
+        RowsCase{"BitAgainstWord", "select count(*) from Ac_AccYm where StoreIni = 'false'", {"1"}}));
 
 INSTANTIATE_TEST_SUITE_P(
     Sysobjects, TsqlRows,
@@ -305,6 +306,7 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorCase{"NestedTooDeeply", "select 1 where 1 = ((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((("
                   "((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((("
                   "(((((((((((((((((((((((((((((((((((((((((((((((((((((1", "nested too deeply"},
+        ErrorCase{"AssignmentIsNoOption", "select 1 set x = 1", "Incorrect syntax near 'x'"},
         ErrorCase{"GoInsideBatch", "delete from T_pinvhea where NoteNo = 'T1'\ngo\n", "Incorrect syntax near 'go'"}));
 
 // Data changes and temporary tables, checked by reading the rows back.
@@ -398,8 +400,18 @@ INSTANTIATE_TEST_SUITE_P(
                    "[DepartName] [nvarchar] (40) NULL, [Effect] [bit] NOT NULL CONSTRAINT [DF_Effect] DEFAULT (1)) ON "
                    "[PRIMARY] insert into Bs_Depart (DepartNo, DepartName) values ('D1', '财务部')",
                    "select DepartName, Effect from Bs_Depart where DepartNo = 'd1'", {"财务部|1"}},
+        ChangeCase{"GeneratedScriptKeys",
+                   "SET ANSI_NULLS ON SET QUOTED_IDENTIFIER ON ALTER TABLE [dbo].[St_Lot] WITH NOCHECK ADD CONSTRAINT "
+                   "[PK_St_Lot] PRIMARY KEY CLUSTERED ([PartNo], [LotNo]) ON [PRIMARY]",
+                   "select count(*) from sqlite_master where name = 'PK_St_Lot'", {"1"}},
         ChangeCase{"DropTable", "drop table st_checkdtl",
                    "select count(*) from sysobjects where name = 'st_checkdtl'", {"0"}}));
+
+TEST_F(TsqlTranslate, AddedKeyRefusesDuplicates) {
+    db.run("alter table St_Lot add constraint PK_St_Lot primary key (PartNo, LotNo)");
+    EXPECT_THROW(db.run("insert into St_Lot values ('p1', 'l1 ', '2007-01-01')"), std::runtime_error);
+    EXPECT_THROW(db.run("alter table St_Lot add constraint DF_Lot default ('') for LotNo"), SqlError);
+}
 
 TEST_F(TsqlTranslate, UniqueIndexTreatsTextsAsTheServerDoes) {
     db.run("create unique index UX_Unit on Bs_PartUnit (PartNo, Unit)");
