@@ -404,6 +404,11 @@ INSTANTIATE_TEST_SUITE_P(
                    "SET ANSI_NULLS ON SET QUOTED_IDENTIFIER ON ALTER TABLE [dbo].[St_Lot] WITH NOCHECK ADD CONSTRAINT "
                    "[PK_St_Lot] PRIMARY KEY CLUSTERED ([PartNo], [LotNo]) ON [PRIMARY]",
                    "select count(*) from sqlite_master where name = 'PK_St_Lot'", {"1"}},
+        ChangeCase{"DefaultFromFunction",
+                   "create table #Log (Id int identity(1,1), OpDate datetime default getdate(), Flag char(1) default "
+                   "'0') insert into #Log (Flag) values ('2') insert into #Log (OpDate) values ('2006-01-01')",
+                   "select Id, Flag, case when OpDate > '2000-01-01' then 'dated' end from #Log order by Id",
+                   {"1|2|dated", "2|0|dated"}},
         ChangeCase{"DropTable", "drop table st_checkdtl",
                    "select count(*) from sysobjects where name = 'st_checkdtl'", {"0"}}));
 
