@@ -156,8 +156,16 @@ void rewriteCore(SelectCore& core, const Scope& scope) {
             others.push_back(std::move(c));
             continue;
         }
-        const TableRefs left = tablesOf(*c->args[0], scope);
-        const TableRefs right = tablesOf(*c->args[1], scope);
+        TableRefs left = tablesOf(*c->args[0], scope);
+        TableRefs right = tablesOf(*c->args[1], scope);
+        // Between two tables a name the catalog cannot place belongs to the other one.
+        if (tableCount == 2) {
+            auto other = [](const TableRefs& known) { return std::set<int>{1 - *known.tables.begin()}; };
+            if (left.unknown && left.tables.empty() && right.tables.size() == 1 && !right.unknown)
+                left = {other(right), false};
+            else if (right.unknown && right.tables.empty() && left.tables.size() == 1 && !left.unknown)
+                right = {other(left), false};
+        }
         if (left.unknown || right.unknown || left.tables.size() != 1 || right.tables.size() != 1 ||
             *left.tables.begin() == *right.tables.begin())
             notPermitted();

@@ -76,6 +76,9 @@ INSTANTIATE_TEST_SUITE_P(
                     "a.partno*=b.partNo and b.Period=(select max(period) from st_MonthPartCost ) and refno= 7",
                     " select  sum(a.diffQty * b.cost) from  st_checkdtl as a left outer join st_MonthPartCost as b on "
                     "a.partno=b.partNo and b.Period=(select max(period) from st_MonthPartCost )  where refno= 7"},
+        RewriteCase{"UnknownTablesUnqualifiedSide",
+                    "select * from X_Head h, X_Line l where RefNo *= l.RefNo and l.Kind = 1",
+                    "select * from X_Head h left outer join X_Line l on RefNo = l.RefNo and l.Kind = 1 "},
         RewriteCase{"OnlyJoinPredicates", "select * from Rp_RAcct a, Rp_TypeCodeInfo b where a.Type *= b.Code",
                     "select * from Rp_RAcct a left outer join Rp_TypeCodeInfo b on a.Type = b.Code "},
         RewriteCase{"RightOperatorKeepsTableOrder",

@@ -144,7 +144,7 @@ public:
             }
             return out;
         }
-        case StmtKind::DropIndex: return {QStringLiteral("DROP INDEX ") + quoteName(s.indexName)};
+        case StmtKind::DropIndex: return {QStringLiteral("DROP INDEX ") + quoteName(indexName(s.table, s.indexName))};
         case StmtKind::AlterAdd: return alterAdd(s);
         case StmtKind::SetOption: return {};
         }
@@ -273,7 +273,7 @@ private:
                         t.exposed.compare(item.expr->parts.last(), Qt::CaseInsensitive) != 0)
                         continue;
                     if (!t.columns) throw SqlError(QStringLiteral("Invalid object name '%1'.").arg(t.table).toStdString());
-                    columns.insert(columns.end(), t.columns->begin(), t.columns->end());
+                    for (const auto& c : *t.columns) columns.push_back({c.name, c.kind});
                 }
                 continue;
             }
@@ -524,9 +524,15 @@ private:
         return out;
     }
 
+    // Index names belong to their table on the server but to the whole database here, so
+    // the table's name goes into the index's.
+    static QString indexName(const QString& table, const QString& index) {
+        return table.isEmpty() ? index : table + QLatin1Char('.') + index;
+    }
+
     QString createIndex(const Statement& s) {
         return QStringLiteral("CREATE %1INDEX %2 ON %3 (%4)")
-            .arg(s.unique ? QStringLiteral("UNIQUE ") : QString(), tempPrefix(s.table) + quoteName(s.indexName),
+            .arg(s.unique ? QStringLiteral("UNIQUE ") : QString(), tempPrefix(s.table) + quoteName(indexName(s.table, s.indexName)),
                  quoteName(s.table), quotedList(s.columns, s.descending).join(QStringLiteral(", ")));
     }
 
