@@ -83,6 +83,8 @@ QString conversionTarget(ColumnKind k) {
     }
 }
 
+// #t and ##t both become temporary tables of the connection: the embedded database has one
+// user, so a global temporary table has no one else to be shared with.
 QString tempPrefix(const QString& table) { return table.startsWith(QLatin1Char('#')) ? QStringLiteral("temp.") : QString(); }
 
 // Functions that translate one to one: the T-SQL name, the SQLite (or runtime) function,
@@ -180,7 +182,7 @@ private:
         if (!s.orderBy.empty()) {
             QStringList items;
             for (const auto& o : s.orderBy) {
-                QString term = expr(*o.expr, *firstScope).sql;
+                const QString term = collated(*o.expr, expr(*o.expr, *firstScope));
                 items << term + (o.descending ? QStringLiteral(" DESC") : QString());
             }
             out += QStringLiteral(" ORDER BY ") + items.join(QStringLiteral(", "));
@@ -207,14 +209,10 @@ private:
                 if (kinds) kinds->push_back(ColumnKind::Unknown);
                 continue;
             }
-            Typed t = expr(*item.expr, scope);
+            const Typed t = expr(*item.expr, scope);
             if (kinds) kinds->push_back(t.kind);
-            // A computed text keeps the server's collation for union, distinct and group by.
-            if (item.expr->kind != ExprKind::Column) {
-                if (t.kind == ColumnKind::Text) t.sql = paren(t.sql) + QStringLiteral(" COLLATE TSQL_CI");
-                else if (t.kind == ColumnKind::DateTime) t.sql = paren(t.sql) + QStringLiteral(" COLLATE TSQL_DATE");
-            }
-            items << (item.alias.isEmpty() ? t.sql : t.sql + QStringLiteral(" AS ") + quoteName(item.alias));
+            const QString sql = collated(*item.expr, t);
+            items << (item.alias.isEmpty() ? sql : sql + QStringLiteral(" AS ") + quoteName(item.alias));
         }
         out += items.join(QStringLiteral(", "));
         if (!core.from.empty()) {
@@ -225,11 +223,20 @@ private:
         if (core.where) out += QStringLiteral(" WHERE ") + condition(*core.where, scope);
         if (!core.groupBy.empty()) {
             QStringList groups;
-            for (const auto& g : core.groupBy) groups << expr(*g, scope).sql;
+            for (const auto& g : core.groupBy) groups << collated(*g, expr(*g, scope));
             out += QStringLiteral(" GROUP BY ") + groups.join(QStringLiteral(", "));
         }
         if (core.having) out += QStringLiteral(" HAVING ") + condition(*core.having, scope);
         return out;
+    }
+
+    // A computed text or date keeps the server's comparison rules where SQLite would fall
+    // back to bytes: union, distinct, group by, order by. Columns carry their own.
+    static QString collated(const Expr& e, const Typed& t) {
+        if (e.kind == ExprKind::Column) return t.sql;
+        if (t.kind == ColumnKind::Text) return paren(t.sql) + QStringLiteral(" COLLATE TSQL_CI");
+        if (t.kind == ColumnKind::DateTime) return paren(t.sql) + QStringLiteral(" COLLATE TSQL_DATE");
+        return t.sql;
     }
 
     QString starText(const Expr& e) {

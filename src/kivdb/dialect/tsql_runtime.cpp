@@ -314,6 +314,8 @@ void tsqlAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     sqlite3_result_double(ctx, a.asDouble() + b.asDouble());
 }
 
+// int(x): the integer part of any number, numeric text included ('12.7' is 12); unlike
+// convert(int, ...), which takes integer text only.
 void tsqlInt(sqlite3_context* ctx, int, sqlite3_value** argv) {
     switch (sqlite3_value_type(argv[0])) {
     case SQLITE_NULL: return sqlite3_result_null(ctx);
@@ -471,6 +473,7 @@ void tsqlLike(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
 
 // ---- dates
 
+// To the second, in the stored date form; the server's milliseconds are dropped.
 void tsqlGetdate(sqlite3_context* ctx, int, sqlite3_value**) {
     resultText(ctx, QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
 }

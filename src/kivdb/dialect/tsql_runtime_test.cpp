@@ -55,6 +55,8 @@ INSTANTIATE_TEST_SUITE_P(
                   "4"},
         ValueCase{"TextsIgnoringCase", "select n from Texts order by t, n", "2;3;1;5;4"},
         ValueCase{"DistinctIgnoresCaseAndBlanks", "select count(distinct t) from Texts", "4"},
+        ValueCase{"ComputedTextsGroupAndSort",
+                  "select rtrim(t), count(*) from Texts group by rtrim(t) order by rtrim(t) desc", "中文|1;C|1;b|1;A|2"},
         ValueCase{"MinMaxUseCollation", "select max(t), min(n) from Texts where t < 'c'", "b|1"}));
 
 INSTANTIATE_TEST_SUITE_P(
