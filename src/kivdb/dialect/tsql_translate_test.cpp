@@ -224,6 +224,10 @@ INSTANTIATE_TEST_SUITE_P(
                  "select CustNo, (select count(*) from Rp_TypeCodeInfo b where b.Code = a.Type) from Rp_RAcct a "
                  "order by CustNo",
                  {"C1|1", "C2|1", "C3|0"}},
+        RowsCase{"CorrelatedScalarSubquery",
+                 "select CustNo, (select b.descript from Rp_TypeCodeInfo b where b.Code = a.Type) from Rp_RAcct a "
+                 "order by CustNo",
+                 {"C1|出货单", "C2|收货单", "C3|NULL"}},
         RowsCase{"InSubquery",
                  "select PartNo from bs_prodlist where PartNo in (Select PartNo from  st_onhand where Qty > 4)", {"P1"}},
         RowsCase{"GroupHaving",
@@ -293,6 +297,9 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorCase{"DivideByZero", "select 1/0", "Divide by zero error encountered."},
         ErrorCase{"DivideByZeroColumn", "select Amount / HadPayAmt from Rp_RAcct", "Divide by zero error encountered."},
         ErrorCase{"SubqueryManyRows", "select PartNo from bs_prodlist where PartNo = (select PartNo from st_onhand)",
+                  "Subquery returned more than 1 value."},
+        ErrorCase{"CorrelatedSubqueryManyRows",
+                  "select CustNo, (select b.Code from Rp_TypeCodeInfo b where b.Code >= a.Type) from Rp_RAcct a",
                   "Subquery returned more than 1 value."},
         ErrorCase{"DoubleQuotedText", "select 1 from bs_prodlist where PartNo = \"P1\"", "Invalid column name 'P1'"},
         ErrorCase{"TextNotANumber", "select 1 from st_onhand where BatchNo = 5",
