@@ -130,6 +130,8 @@ class Printer {
 public:
     explicit Printer(BatchCatalog& catalog) : catalog_(catalog) {}
 
+    std::optional<std::vector<ColumnKind>> resultKinds;  // set for a select that returns rows
+
     QStringList statement(const Statement& s) {
         switch (s.kind) {
         case StmtKind::Select: return selectStatement(*s.select);
@@ -160,8 +162,31 @@ private:
 
     QStringList selectStatement(const SelectStmt& s) {
         const SelectCore& first = s.cores.front();
-        if (first.into.isEmpty()) return {select(s, nullptr)};
-        return selectInto(s);
+        if (!first.into.isEmpty()) return selectInto(s);
+        std::vector<ColumnKind> itemKinds;
+        QString text = select(s, nullptr, &itemKinds);
+        resultKinds = resultColumnKinds(first, itemKinds);
+        return {text};
+    }
+
+    // One kind per result column, * expanded; nothing when a * covers an unknown table.
+    std::optional<std::vector<ColumnKind>> resultColumnKinds(const SelectCore& core, const std::vector<ColumnKind>& itemKinds) {
+        Scope scope(catalog_, nullptr);
+        scope.addSources(core.from);
+        std::vector<ColumnKind> kinds;
+        for (size_t i = 0; i < core.items.size(); ++i) {
+            const Expr& e = *core.items[i].expr;
+            if (e.kind != ExprKind::Star) {
+                kinds.push_back(itemKinds[i]);
+                continue;
+            }
+            for (const auto& t : scope.tables()) {
+                if (!e.parts.isEmpty() && t.exposed.compare(e.parts.last(), Qt::CaseInsensitive) != 0) continue;
+                if (!t.columns) return std::nullopt;
+                for (const auto& c : *t.columns) kinds.push_back(c.kind);
+            }
+        }
+        return kinds;
     }
 
     QString select(const SelectStmt& s, const Scope* parent, std::vector<ColumnKind>* kinds = nullptr) {
@@ -864,6 +889,11 @@ private:
 
 }  // namespace
 
-QStringList printSqlite(const Statement& statement, BatchCatalog& catalog) { return Printer(catalog).statement(statement); }
+QStringList printSqlite(const Statement& statement, BatchCatalog& catalog, std::optional<std::vector<ColumnKind>>* resultKinds) {
+    Printer printer(catalog);
+    QStringList out = printer.statement(statement);
+    if (resultKinds && printer.resultKinds) *resultKinds = printer.resultKinds;
+    return out;
+}
 
 }  // namespace kivdb::dialect

@@ -456,6 +456,26 @@ TEST_F(TsqlTranslate, DeclaredTypesGiveTheCatalogsKinds) {
     EXPECT_EQ(db.run("select typeof(m), m, dt from Kinds"), QStringList{"real|12.3456|2006-03-31"});
 }
 
+TEST_F(TsqlTranslate, ResultColumnsAreTypedByTheirExpressions) {
+    using K = ColumnKind;
+    const struct {
+        const char* tsql;
+        std::vector<ColumnKind> kinds;
+    } cases[] = {
+        {"select sum(Amount), count(*), max(RefDate), 1/ExRate from Rp_RAcct, AC_Currency",
+         {K::Money, K::Integer, K::DateTime, K::Float}},
+        {" select isnull(max(refDate),convert(smalldatetime,'1900-01-01')) from rp_racctRec where type=100 ",
+         {K::DateTime}},
+        {"select *, 'x', 1.5, Qty * 2 from st_onhand", {K::Text, K::Text, K::Text, K::Text, K::Float, K::Text,
+                                                         K::Decimal, K::Float}},
+        {"select a.*, b.Cost from st_checkdtl a, st_MonthPartCost b", {K::Integer, K::Text, K::Float, K::Decimal}},
+        {"create table #x (a int) select a from #x", {K::Integer}},
+        {"select * from NoSuchTable", {}},
+        {"update T_pinvhea set NoteNo = 'x'", {}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(translateForSqlite(c.tsql, db.catalog()).resultKinds, c.kinds) << c.tsql;
+}
+
 TEST(TsqlBatches, GoLinesSeparateBatches) {
     const QString script = "create table a (x int)\nGO\n  go  \ninsert into a values (1)\n-- go\nselect 'go'\ngo";
     EXPECT_EQ(splitBatches(script),
@@ -477,6 +497,7 @@ TEST(TsqlCache, RepeatedStatementIsTranslatedOnce) {
     EXPECT_NE(cache.translate(sql, db.catalog()), first);
     EXPECT_THROW(cache.translate("select", db.catalog()), SqlError);
     EXPECT_EQ(cache.size(), 1);
+    EXPECT_EQ(cache.translateTyped(sql, db.catalog()).resultKinds, std::vector<ColumnKind>{ColumnKind::Integer});
 }
 
 }  // namespace
