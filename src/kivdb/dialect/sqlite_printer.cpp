@@ -363,6 +363,8 @@ private:
     QString storedValue(const Expr& e, const Scope& scope, ColumnKind target) {
         Typed t = expr(e, scope);
         if (isNumeric(target) && t.kind == ColumnKind::Text) return toNumber(t, target);
+        // Dates are stored in one of the two date forms, whatever form the text was in.
+        if (target == ColumnKind::DateTime && t.kind == ColumnKind::Text) return QStringLiteral("tsql_store_date(%1)").arg(t.sql);
         return t.sql;
     }
 

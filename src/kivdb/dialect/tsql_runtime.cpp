@@ -501,6 +501,16 @@ void tsqlDateAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     resultText(ctx, formatDateTime(result));
 }
 
+// A date as a datetime column stores it: yyyy-mm-dd, or with the time when it has one.
+void tsqlStoreDate(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    bool hadTime = false;
+    const auto dt = dateArg(argv[0], &hadTime);
+    if (!dt) return resultError(ctx, QString::fromLatin1(kDateConversionFailed));
+    if (!hadTime) return resultText(ctx, dt->date().toString(QStringLiteral("yyyy-MM-dd")));
+    resultText(ctx, formatDateTime(*dt));
+}
+
 // ---- convert / cast
 
 QString formatDateStyle(const QDateTime& dt, int style, bool& ok) {
@@ -635,6 +645,7 @@ const FunctionDef kFunctions[] = {
     {"tsql_month", 1, tsqlDatePart<1>, true},
     {"tsql_day", 1, tsqlDatePart<2>, true},
     {"tsql_date_add", 2, tsqlDateAdd, true},
+    {"tsql_store_date", 1, tsqlStoreDate, true},
     {"tsql_convert", 6, tsqlConvert, true},
 };
 

@@ -306,6 +306,8 @@ INSTANTIATE_TEST_SUITE_P(
                   "Conversion failed when converting the varchar value 'B1' to data type int."},
         ErrorCase{"LiteralNotANumber", "select 1 from Rp_RAcct where Type = 'abc'",
                   "Conversion failed when converting the varchar value 'abc' to data type int."},
+        ErrorCase{"BadDateStored", "insert into rp_racctRec values ('C9', 1, '2006-13-01', 1)",
+                  "Conversion failed when converting date"},
         ErrorCase{"BadDateText", "select year('notadate')", "Conversion failed when converting date"},
         ErrorCase{"UnknownTable", "select 1 from NoSuchTable", "no such table"},
         ErrorCase{"ExplicitIdentityValue", "insert into pl_jbmain (RefNo, slordno) values (9, 'x')",
@@ -370,6 +372,11 @@ INSTANTIATE_TEST_SUITE_P(
                    "select RefNo from pl_jbmain where slordno = 'SO3'", {"3"}},
         ChangeCase{"IdentityLeftOutOfValues", "insert into pl_jbmain values ('SO4', 'P4')",
                    "select RefNo, Prodno from pl_jbmain where slordno = 'SO4'", {"3|P4"}},
+        ChangeCase{"DatesStoredInOneForm",
+                   "insert into rp_racctRec values ('C9', 1, '20060105', 1) insert into rp_racctRec values ('C9', 2, "
+                   "'2006/1/6 8:05', 1) update rp_racctRec set refDate = '2006-1-7T08:05:09.5' where type = 2",
+                   "select refDate from rp_racctRec where CustNo = 'C9' order by type",
+                   {"2006-01-05", "2006-01-07 08:05:09.500"}},
         ChangeCase{"TextStoredIntoNumber", "insert into Rp_TypeCodeInfo values ('XX', '7', 'x')",
                    "select typeof(Code), Code + 1 from Rp_TypeCodeInfo where Type = 'xx'", {"integer|8"}}));
 
