@@ -602,7 +602,7 @@ private:
 
     // A text operand of a numeric operation: a literal is converted here, anything else by
     // tsql_num at run time (which raises the server's conversion error).
-    QString toNumber(const Typed& t, ColumnKind numericKind) {
+    QString toNumber(const Typed& t, ColumnKind numericKind, bool lenient = false) {
         const QString target = conversionTarget(numericKind);
         if (t.literalText) {
             const QString v = t.literalValue.trimmed();
@@ -618,6 +618,7 @@ private:
                 if (ok) return QString::number(d, 'g', 17);
             }
         }
+        if (lenient) return QStringLiteral("tsql_num(%1, '%2', 1)").arg(t.sql, target);
         return QStringLiteral("tsql_num(%1, '%2')").arg(t.sql, target);
     }
 
@@ -746,9 +747,13 @@ private:
         if (comparisons.contains(op)) {
             const QString sqlOp = op == QLatin1String("!<") ? QStringLiteral(">=") : op == QLatin1String("!>") ? QStringLiteral("<=") : op;
             // Text meets a number as a number; otherwise the collation goes on the right operand.
+            // Between two columns (a join) a text that is no number matches nothing: which rows
+            // the server converts depends on its plan, so it need not fail on rows that other
+            // predicates drop; against a constant every row is converted and may fail.
+            const bool join = e.args[0]->kind == ExprKind::Column && e.args[1]->kind == ExprKind::Column;
             QString left = l.sql, right = r.sql;
-            if (isNumeric(l.kind) && r.kind == ColumnKind::Text) right = toNumber(r, l.kind);
-            else if (isNumeric(r.kind) && l.kind == ColumnKind::Text) left = toNumber(l, r.kind);
+            if (isNumeric(l.kind) && r.kind == ColumnKind::Text) right = toNumber(r, l.kind, join);
+            else if (isNumeric(r.kind) && l.kind == ColumnKind::Text) left = toNumber(l, r.kind, join);
             else if (l.kind == ColumnKind::DateTime || r.kind == ColumnKind::DateTime) right = paren(right) + QStringLiteral(" COLLATE TSQL_DATE");
             else if (l.kind == ColumnKind::Text || r.kind == ColumnKind::Text) right = paren(right) + QStringLiteral(" COLLATE TSQL_CI");
             return {paren(left + QLatin1Char(' ') + sqlOp + QLatin1Char(' ') + right), ColumnKind::Integer};

@@ -255,9 +255,14 @@ QString targetFor(sqlite3_value* other) {
     return sqlite3_value_type(other) == SQLITE_FLOAT ? QStringLiteral("float") : QStringLiteral("int");
 }
 
+// tsql_num(value, target[, lenient]): a lenient conversion answers null for text that is
+// no number instead of failing.
 void tsqlNum(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
     const QString target = argc > 1 ? textArg(argv[1]) : QString();
+    if (argc > 2 && sqlite3_value_int(argv[2]) != 0 && sqlite3_value_type(argv[0]) == SQLITE_TEXT &&
+        !parseNumber(textArg(argv[0]), target))
+        return sqlite3_result_null(ctx);
     Number n;
     if (numberArg(ctx, argv[0], target, n)) resultNumber(ctx, n);
 }
@@ -630,6 +635,7 @@ const FunctionDef kFunctions[] = {
     {"like", 2, tsqlLike, true},
     {"like", 3, tsqlLike, true},
     {"tsql_num", 2, tsqlNum, true},
+    {"tsql_num", 3, tsqlNum, true},
     {"tsql_div", 2, tsqlDiv, true},
     {"tsql_mod", 2, tsqlMod, true},
     {"tsql_add", 2, tsqlAdd, true},

@@ -250,6 +250,11 @@ INSTANTIATE_TEST_SUITE_P(
                  {"1"}},
         RowsCase{"NumberRunIntoKeyword", "select 1 from Bs_BillCheckRec where BillId = 5and RefNo = 3 and CheckLevel = 1",
                  {"1"}},
+        // Only the rows the other predicates keep need to convert.
+        RowsCase{"JoinOfTextAndNumber",
+                 "insert into bs_QueryList values (0, 13, 'Bar', 'x') select a.CustNo, b.Description from Rp_RAcct a, "
+                 "bs_QueryList b where a.Type = b.FieldValue and b.Lang = 0 and b.ListType = 2 order by 1",
+                 {"C1|新增", "C2|修改"}},
         RowsCase{"BitAgainstLiteral", "select count(*) from Ac_AccYm where StoreIni =  1", {"1"}},
         RowsCase{"BitAgainstWord", "select count(*) from Ac_AccYm where StoreIni = 'false'", {"1"}}));
 
