@@ -843,7 +843,10 @@ private:
                     .arg(e.type.name)
                     .arg(e.type.max ? -1 : e.type.length)
                     .arg(e.type.scale)
-                    .arg(value.sql, style, value.kind == ColumnKind::DateTime ? QStringLiteral("1") : QStringLiteral("0")),
+                    .arg(value.sql, style,
+                         value.kind == ColumnKind::DateTime ? QStringLiteral("1")
+                         : value.kind == ColumnKind::Money  ? QStringLiteral("2")
+                                                            : QStringLiteral("0")),
                 target.kind};
     }
 

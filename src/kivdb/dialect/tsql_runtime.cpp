@@ -553,7 +553,7 @@ double roundTo(double v, int scale) {
     return std::round(v * f) / f;  // halves away from zero, as the server rounds
 }
 
-// tsql_convert(type, length, scale, value, style, value_is_date)
+// tsql_convert(type, length, scale, value, style, source)
 void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
     sqlite3_value* value = argv[3];
     if (sqlite3_value_type(value) == SQLITE_NULL) return sqlite3_result_null(ctx);
@@ -562,7 +562,9 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
     const int scale = sqlite3_value_int(argv[2]);
     const bool styled = sqlite3_value_type(argv[4]) != SQLITE_NULL;
     const int style = styled ? sqlite3_value_int(argv[4]) : 0;
-    const bool valueIsDate = sqlite3_value_int(argv[5]) != 0;
+    // What the value was before it was stored: 1 a date, 2 money, 0 anything else.
+    const int source = sqlite3_value_int(argv[5]);
+    const bool valueIsDate = source == 1;
 
     if (type.endsWith(QLatin1String("char")) || type == QLatin1String("text") || type == QLatin1String("ntext")) {
         QString s;
@@ -575,6 +577,8 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
             if (!ok)
                 return resultError(ctx, QStringLiteral("%1 is not a valid style number when converting from datetime to a "
                                                        "character string.").arg(style));
+        } else if (source == 2 && (vt == SQLITE_FLOAT || vt == SQLITE_INTEGER)) {
+            s = QString::number(sqlite3_value_double(value), 'f', 2);  // money shows two decimals
         } else if (vt == SQLITE_FLOAT) {
             s = QString::number(sqlite3_value_double(value), 'g', 6);
         } else {

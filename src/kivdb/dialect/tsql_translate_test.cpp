@@ -211,6 +211,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "select convert(varchar(30), RefDate, 121), convert(varchar(30), RefDate, 0) from Rp_RAcct where "
                  "CustNo = 'C2'",
                  {"2006-04-01 10:30:00.000|Apr  1 2006 10:30AM"}},
+        RowsCase{"ConvertMoneyToText", "select convert(varchar(20), Amount) from Rp_RAcct where CustNo = 'C2'", {"50.00"}},
         RowsCase{"ConvertNumbers",
                  "select convert(int, '42'), convert(float, '1.5'), convert(decimal(10,2), 2.345), cast(3.9 as int), "
                  "convert(varchar(3), 12345)",
