@@ -142,7 +142,6 @@ void rewriteCore(SelectCore& core, const Scope& scope) {
     const int tableCount = int(core.from.size());
     struct Inner {
         bool used = false;
-        bool rightJoin = false;  // written with =*
         std::set<int> outers;
         std::vector<ExprPtr> on;
     };
@@ -173,9 +172,7 @@ void rewriteCore(SelectCore& core, const Scope& scope) {
         const int outer = rightJoin ? *right.tables.begin() : *left.tables.begin();
         const int inner = rightJoin ? *left.tables.begin() : *right.tables.begin();
         Inner& in = inners[size_t(inner)];
-        if (in.used && in.rightJoin != rightJoin) notPermitted();
         in.used = true;
-        in.rightJoin = rightJoin;
         in.outers.insert(outer);
         c->text = QStringLiteral("=");
         in.on.push_back(std::move(c));
@@ -237,8 +234,9 @@ void rewriteCore(SelectCore& core, const Scope& scope) {
                 if (groupOf[size_t(o)] != target) mergeInto(target, groupOf[size_t(o)]);
             Group& g = groups[size_t(target)];
             ExprPtr on = joinConjuncts(std::move(in.on));
-            // "b =* a" with b written first stays a right join, so select * keeps its column order.
-            if (in.rightJoin && g.members.size() == 1 && i < g.first)
+            // An inner table written before its single outer table becomes a right join, so
+            // select * keeps the written column order.
+            if (g.members.size() == 1 && i < g.first)
                 g.tree = makeJoin(JoinType::Right, std::move(sources[size_t(i)]), std::move(g.tree), std::move(on));
             else
                 g.tree = makeJoin(JoinType::Left, std::move(g.tree), std::move(sources[size_t(i)]), std::move(on));

@@ -120,6 +120,10 @@ INSTANTIATE_TEST_SUITE_P(
                  " select  sum(a.diffQty * b.cost) from  st_checkdtl as a ,st_MonthPartCost as b  where "
                  "a.partno*=b.partNo and b.Period=(select max(period) from st_MonthPartCost ) and refno= 7",
                  {"5"}},
+        RowsCase{"ChainOfOuterJoins",
+                 "select a.CustNo, b.descript, c.Description from Rp_RAcct a, Rp_TypeCodeInfo b, bs_QueryList c "
+                 "where a.Type *= b.Code and b.Code *= c.Lang and b.Type = 'PA' order by a.CustNo",
+                 {"C1|NULL|NULL", "C2|收货单|NULL", "C3|NULL|NULL"}},
         RowsCase{"IsnullOverOuterJoin",
                  " select isnull( sum(a.diffQty * b.cost),0) from  st_checkdtl as a ,st_MonthPartCost as b  where "
                  "a.partno*=b.partNo and b.Period=(select max(period) from st_MonthPartCost )  and a.refno= 8",
@@ -322,6 +326,14 @@ INSTANTIATE_TEST_SUITE_P(
                   "((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((("
                   "(((((((((((((((((((((((((((((((((((((((((((((((((((((1", "nested too deeply"},
         ErrorCase{"AssignmentIsNoOption", "select 1 set x = 1", "Incorrect syntax near 'x'"},
+        ErrorCase{"TwoIdentityColumns", "create table Two (a int identity, b int identity)",
+                  "Multiple identity columns specified"},
+        ErrorCase{"UnknownColumnType", "create table Odd (a geometry)", "Cannot find data type geometry."},
+        ErrorCase{"CheckConstraintHolds",
+                  "create table Chk (Qty int not null, constraint CK_Qty check (Qty >= 0)) insert into Chk values (-1)",
+                  "CHECK constraint failed"},
+        ErrorCase{"NotNullHolds", "insert into Rp_RAcct (Type) values (1)", "NOT NULL constraint failed"},
+        ErrorCase{"PrimaryKeyHolds", "insert into AC_Currency values ('usd ', 1, '*')", "UNIQUE constraint failed"},
         ErrorCase{"GoInsideBatch", "delete from T_pinvhea where NoteNo = 'T1'\ngo\n", "Incorrect syntax near 'go'"}));
 
 // Data changes and temporary tables, checked by reading the rows back.
@@ -493,6 +505,8 @@ TEST(TsqlBatches, GoLinesSeparateBatches) {
     const QString script = "create table a (x int)\nGO\n  go  \ninsert into a values (1)\n-- go\nselect 'go'\ngo";
     EXPECT_EQ(splitBatches(script),
               (QStringList{"create table a (x int)", "insert into a values (1)\n-- go\nselect 'go'"}));
+    EXPECT_EQ(splitBatches("go\n\ngo\n"), QStringList{});
+    EXPECT_EQ(splitBatches("select 1 -- no separator at the end"), QStringList{"select 1 -- no separator at the end"});
 }
 
 TEST(TsqlCache, RepeatedStatementIsTranslatedOnce) {
