@@ -36,7 +36,8 @@ public:
     virtual std::optional<std::vector<CatalogColumn>> tableColumns(const QString& table) const = 0;
 };
 
-// T-SQL batch -> SQLite text. Throws SqlError.
+// T-SQL batch -> SQLite text, its statements separated by ";\n"; empty for a batch of
+// session options only (set nocount on ...). Throws SqlError.
 QString translateToSqlite(const QString& tsql, const Catalog& catalog);
 
 // The SQLite text and, for a batch whose last statement is a select returning rows, the

@@ -207,7 +207,10 @@ private:
         if (!s.orderBy.empty()) {
             QStringList items;
             for (const auto& o : s.orderBy) {
-                const QString term = collated(*o.expr, expr(*o.expr, *firstScope));
+                // The order of a union names result columns: a.x is the column x.
+                const QString term = !single && o.expr->kind == ExprKind::Column
+                                         ? quoteName(o.expr->parts.last())
+                                         : collated(*o.expr, expr(*o.expr, *firstScope));
                 items << term + (o.descending ? QStringLiteral(" DESC") : QString());
             }
             out += QStringLiteral(" ORDER BY ") + items.join(QStringLiteral(", "));

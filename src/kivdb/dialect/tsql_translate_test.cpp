@@ -200,6 +200,10 @@ INSTANTIATE_TEST_SUITE_P(
                  "select top 1 Partno , Unit, 1 aS ExRate, 1 as Factor from Bs_ProdList where PartNO = 'P1' union "
                  "select Partno, Unit , ExRate , Factor  from Bs_PartUnit where  PartNO = 'P1'",
                  {"P1|BOX|100|1", "P1|PCS|1|1"}},
+        RowsCase{"UnionOrderedByQualifiedColumn",
+                 "select a.PartNo from bs_prodlist a where a.PartNo = 'P2' union select b.PartNo from st_onhand b "
+                 "order by a.PartNo desc",
+                 {"P2", "P1"}},
         RowsCase{"StringFunctions",
                  "select len('ab  '), charindex('C', 'abcabc'), charindex('c', 'abcabc', 4), substring('abcdef', 2, 3), "
                  "upper('ab'), lower('AB'), ltrim('  x'), rtrim('x  ') + '|', left('abc', 2), right('abc ', 2) + '|'",
