@@ -189,7 +189,8 @@ private:
         return kinds;
     }
 
-    QString select(const SelectStmt& s, const Scope* parent, std::vector<ColumnKind>* kinds = nullptr) {
+    QString select(const SelectStmt& s, const Scope* parent, std::vector<ColumnKind>* kinds = nullptr,
+                   const QString& firstColumnName = {}) {
         QStringList parts;
         std::unique_ptr<Scope> firstScope;
         const bool single = s.cores.size() == 1;
@@ -197,7 +198,7 @@ private:
             const SelectCore& core = s.cores[i];
             auto scope = std::make_unique<Scope>(catalog_, parent);
             scope->addSources(core.from);
-            QString text = coreText(core, *scope, i == 0 ? kinds : nullptr);
+            QString text = coreText(core, *scope, i == 0 ? kinds : nullptr, i == 0 ? firstColumnName : QString());
             if (core.top && !single) text = QStringLiteral("SELECT * FROM (") + text + topClause(core) + QStringLiteral(")");
             if (i > 0) parts << (s.unionAll[i - 1] ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION "));
             parts << text;
@@ -227,11 +228,13 @@ private:
         return QStringLiteral(" LIMIT ") + expr(*core.top, none).sql;
     }
 
-    QString coreText(const SelectCore& core, const Scope& scope, std::vector<ColumnKind>* kinds) {
+    QString coreText(const SelectCore& core, const Scope& scope, std::vector<ColumnKind>* kinds,
+                     const QString& firstColumnName = {}) {
         QString out = QStringLiteral("SELECT ");
         if (core.distinct) out += QStringLiteral("DISTINCT ");
         QStringList items;
         for (const auto& item : core.items) {
+            const QString& alias = items.isEmpty() && !firstColumnName.isEmpty() ? firstColumnName : item.alias;
             if (item.expr->kind == ExprKind::Star) {
                 items << starText(*item.expr);
                 if (kinds) kinds->push_back(ColumnKind::Unknown);
@@ -240,7 +243,7 @@ private:
             const Typed t = expr(*item.expr, scope);
             if (kinds) kinds->push_back(t.kind);
             const QString sql = collated(*item.expr, t);
-            items << (item.alias.isEmpty() ? sql : sql + QStringLiteral(" AS ") + quoteName(item.alias));
+            items << (alias.isEmpty() ? sql : sql + QStringLiteral(" AS ") + quoteName(alias));
         }
         out += items.join(QStringLiteral(", "));
         if (!core.from.empty()) {
@@ -740,10 +743,21 @@ private:
         const QString& op = e.text;
         if (op == QLatin1String("*=") || op == QLatin1String("=*"))
             throw SqlError("The old outer-join operators may only join two tables in the WHERE clause.");
-        if (op == QLatin1String("and") || op == QLatin1String("or"))
-            return {paren(expr(*e.args[0], scope).sql + (op == QLatin1String("and") ? QStringLiteral(" AND ") : QStringLiteral(" OR ")) +
-                          expr(*e.args[1], scope).sql),
+        if (op == QLatin1String("and") || op == QLatin1String("or")) {
+            // A chain of one operator prints flat: SQLite's parser has a small stack, and a
+            // long where clause must not nest one parenthesis per condition.
+            std::vector<const Expr*> operands;
+            const Expr* node = &e;
+            while (node->kind == ExprKind::Binary && node->text == op) {
+                operands.push_back(node->args[1].get());
+                node = node->args[0].get();
+            }
+            operands.push_back(node);
+            QStringList parts;
+            for (auto it = operands.rbegin(); it != operands.rend(); ++it) parts << expr(**it, scope).sql;
+            return {paren(parts.join(op == QLatin1String("and") ? QStringLiteral(" AND ") : QStringLiteral(" OR "))),
                     ColumnKind::Integer};
+        }
         Typed l = expr(*e.args[0], scope);
         Typed r = expr(*e.args[1], scope);
         static const QStringList comparisons = {"=", "<>", "!=", "<", ">", "<=", ">=", "!<", "!>"};
@@ -805,12 +819,17 @@ private:
         return c.from.empty();
     }
 
+    // The check reads the subquery once (an aggregate over its rows), so nested subqueries
+    // do not multiply the text, and adds one level of nesting only.
     Typed scalarSubquery(const Expr& e, const Scope& scope) {
         std::vector<ColumnKind> kinds;
-        const QString inner = select(*e.subquery, &scope, &kinds);
+        const SelectStmt& sub = *e.subquery;
+        const bool checked = !singleRow(sub) && sub.cores.front().items.front().expr->kind != ExprKind::Star;
+        static const QString value = QStringLiteral("tsql_value");
+        const QString inner = select(sub, &scope, &kinds, checked ? value : QString());
         const ColumnKind kind = kinds.empty() ? ColumnKind::Unknown : kinds.front();
-        if (singleRow(*e.subquery)) return {paren(inner), kind};
-        return {QStringLiteral("tsql_single((SELECT count(*) FROM (SELECT 1 FROM (%1) LIMIT 2)), (%1))").arg(inner), kind};
+        if (!checked) return {paren(inner), kind};
+        return {QStringLiteral("(SELECT tsql_single(%1) FROM (%2))").arg(quoteName(value), inner), kind};
     }
 
     Typed caseExpr(const Expr& e, const Scope& scope) {

@@ -335,11 +335,30 @@ void tsqlInt(sqlite3_context* ctx, int, sqlite3_value** argv) {
     }
 }
 
-void tsqlSingle(sqlite3_context* ctx, int, sqlite3_value** argv) {
-    if (sqlite3_value_int64(argv[0]) > 1)
-        return resultError(ctx, QStringLiteral("Subquery returned more than 1 value. This is not permitted when the subquery "
-                                               "follows =, !=, <, <= , >, >= or when the subquery is used as an expression."));
-    sqlite3_result_value(ctx, argv[1]);
+// tsql_single(x): the one value of a scalar subquery; a second row is the server's error.
+struct SingleValue {
+    int rows;
+    sqlite3_value* first;
+};
+
+void tsqlSingleStep(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    auto* state = static_cast<SingleValue*>(sqlite3_aggregate_context(ctx, sizeof(SingleValue)));
+    if (!state) return sqlite3_result_error_nomem(ctx);
+    if (state->rows++ == 0) state->first = sqlite3_value_dup(argv[0]);
+}
+
+void tsqlSingleFinal(sqlite3_context* ctx) {
+    auto* state = static_cast<SingleValue*>(sqlite3_aggregate_context(ctx, 0));
+    if (!state) return sqlite3_result_null(ctx);  // no row at all
+    if (state->rows > 1)
+        resultError(ctx, QStringLiteral("Subquery returned more than 1 value. This is not permitted when the subquery "
+                                        "follows =, !=, <, <= , >, >= or when the subquery is used as an expression."));
+    else if (state->first)
+        sqlite3_result_value(ctx, state->first);
+    else
+        sqlite3_result_null(ctx);
+    sqlite3_value_free(state->first);
+    state->first = nullptr;
 }
 
 // ---- text functions
@@ -644,7 +663,6 @@ const FunctionDef kFunctions[] = {
     {"tsql_mod", 2, tsqlMod, true},
     {"tsql_add", 2, tsqlAdd, true},
     {"tsql_int", 1, tsqlInt, true},
-    {"tsql_single", 2, tsqlSingle, true},
     {"tsql_len", 1, tsqlLen, true},
     {"tsql_charindex", 2, tsqlCharindex, true},
     {"tsql_charindex", 3, tsqlCharindex, true},
@@ -671,6 +689,8 @@ void registerRuntime(sqlite3* db) {
         const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (f.deterministic ? SQLITE_DETERMINISTIC : 0);
         sqlite3_create_function(db, f.name, f.args, flags, nullptr, f.fn, nullptr, nullptr);
     }
+    sqlite3_create_function(db, "tsql_single", 1, SQLITE_UTF8 | SQLITE_INNOCUOUS | SQLITE_DETERMINISTIC, nullptr, nullptr,
+                            tsqlSingleStep, tsqlSingleFinal);
     // sysobjects lists the user tables, as the server's catalog view does for type 'U'.
     sqlite3_exec(db,
                  "CREATE TEMP VIEW IF NOT EXISTS sysobjects AS SELECT name COLLATE TSQL_CI AS name, rowid AS id, "

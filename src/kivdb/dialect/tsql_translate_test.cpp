@@ -500,6 +500,23 @@ TEST_F(TsqlTranslate, ResultColumnsAreTypedByTheirExpressions) {
     for (const auto& c : cases) EXPECT_EQ(translateForSqlite(c.tsql, db.catalog()).resultKinds, c.kinds) << c.tsql;
 }
 
+TEST_F(TsqlTranslate, NestedScalarSubqueriesStayLinear) {
+    QString tsql = QStringLiteral("1");
+    for (int i = 0; i < 6; ++i) tsql = QStringLiteral("(select Type from Rp_RAcct where Type = %1)").arg(tsql);
+    tsql = QStringLiteral("select ") + tsql;
+    EXPECT_LT(translateToSqlite(tsql, db.catalog()).size(), 6 * 400);
+    EXPECT_EQ(db.run(tsql), QStringList{"1"});
+}
+
+TEST_F(TsqlTranslate, LongConditionsRunOnTheEngine) {
+    QStringList conditions;
+    for (int i = 0; i < 150; ++i) conditions << QStringLiteral("CustNo <> 'x%1'").arg(i);
+    EXPECT_EQ(db.run("select count(*) from Rp_RAcct where " + conditions.join(" and ")), QStringList{"3"});
+    QStringList search{"(1=2)"};
+    for (int i = 0; i < 150; ++i) search << QStringLiteral("(NoteNo like '%%1%')").arg(i);
+    EXPECT_EQ(db.run("select count(*) from Rp_RAcct where " + search.join(" or ")), QStringList{"3"});
+}
+
 TEST(TsqlBatches, GoLinesSeparateBatches) {
     const QString script = "create table a (x int)\nGO\n  go  \ninsert into a values (1)\n-- go\nselect 'go'\ngo";
     EXPECT_EQ(splitBatches(script),
