@@ -370,7 +370,9 @@ private:
         Typed t = expr(e, scope);
         if (isNumeric(target) && t.kind == ColumnKind::Text) return toNumber(t, target);
         // Dates are stored in one of the two date forms, whatever form the text was in.
-        if (target == ColumnKind::DateTime && t.kind == ColumnKind::Text) return QStringLiteral("tsql_store_date(%1)").arg(t.sql);
+        // A number is days since 1900-01-01, the server's zero date.
+        if (target == ColumnKind::DateTime && (t.kind == ColumnKind::Text || isNumeric(t.kind)))
+            return QStringLiteral("tsql_store_date(%1)").arg(t.sql);
         return t.sql;
     }
 

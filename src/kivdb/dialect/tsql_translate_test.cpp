@@ -394,6 +394,8 @@ INSTANTIATE_TEST_SUITE_P(
                    "'2006/1/6 8:05', 1) update rp_racctRec set refDate = '2006-1-7T08:05:09.5' where type = 2",
                    "select refDate from rp_racctRec where CustNo = 'C9' order by type",
                    {"2006-01-05", "2006-01-07 08:05:09.500"}},
+        ChangeCase{"ZeroDateStored", "insert into rp_racctRec values ('C8', 1, 0, 1)",
+                   "select refDate from rp_racctRec where CustNo = 'C8'", {"1900-01-01"}},
         ChangeCase{"TextStoredIntoNumber", "insert into Rp_TypeCodeInfo values ('XX', '7', 'x')",
                    "select typeof(Code), Code + 1 from Rp_TypeCodeInfo where Type = 'xx'", {"integer|8"}}));
 
