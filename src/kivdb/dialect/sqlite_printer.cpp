@@ -15,7 +15,7 @@ void BatchCatalog::define(const QString& table, std::optional<std::vector<Catalo
     local_.insert(table.toLower(), std::move(columns));
 }
 
-DeclaredType declaredType(const TypeSpec& type) {
+DeclaredType declaredType(const DataType& type) {
     const QString& n = type.name;
     auto sized = [&](const QString& base) {
         if (type.max) return base + QStringLiteral("(max)");

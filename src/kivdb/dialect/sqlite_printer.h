@@ -27,7 +27,7 @@ struct DeclaredType {
     ColumnKind kind = ColumnKind::Unknown;
     QString collation;  // TSQL_CI, TSQL_DATE or empty
 };
-DeclaredType declaredType(const TypeSpec& type);
+DeclaredType declaredType(const DataType& type);
 
 // Statements of the translation of one T-SQL statement (a DDL statement may need several).
 // For a select that returns rows, resultKinds receives the kinds of its columns when known.

@@ -272,8 +272,8 @@ private:
         expectOp(")");
     }
 
-    TypeSpec typeSpec() {
-        TypeSpec type;
+    DataType dataType() {
+        DataType type;
         type.name = objectName().toLower();
         if (acceptOp("(")) {
             if (acceptKeyword("max")) {
@@ -290,7 +290,7 @@ private:
     ColumnDef columnDef(Statement& table) {
         ColumnDef c;
         c.name = name();
-        c.type = typeSpec();
+        c.type = dataType();
         for (;;) {
             if (acceptKeyword("null")) continue;
             if (peek().isKeyword("not") && peek(1).isKeyword("null")) {
@@ -862,9 +862,9 @@ private:
         if (e->isCast) {
             e->args.push_back(expression());
             expectKeyword("as");
-            e->type = typeSpec();
+            e->type = dataType();
         } else {
-            e->type = typeSpec();
+            e->type = dataType();
             expectOp(",");
             e->args.push_back(expression());
             if (acceptOp(",")) e->args.push_back(expression());
