@@ -456,9 +456,8 @@ private:
             if (!peek().isKeyword("select")) fail(peek());
             s->cores.push_back(selectCore());
         }
-        if (peek().isKeyword("order") && peek(1).isKeyword("by")) {
-            next();
-            next();
+        if (acceptKeyword("order")) {
+            expectKeyword("by");
             do {
                 OrderItem item;
                 item.expr = expression();
@@ -500,9 +499,8 @@ private:
             core.where = expression();
             core.whereSpan.end = lastEnd();
         }
-        if (peek().isKeyword("group") && peek(1).isKeyword("by")) {
-            next();
-            next();
+        if (acceptKeyword("group")) {
+            expectKeyword("by");
             do core.groupBy.push_back(expression());
             while (acceptOp(","));
         }

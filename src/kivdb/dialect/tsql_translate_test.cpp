@@ -519,6 +519,29 @@ TEST_F(TsqlTranslate, LongConditionsRunOnTheEngine) {
     EXPECT_EQ(db.run("select count(*) from Rp_RAcct where " + search.join(" or ")), QStringList{"3"});
 }
 
+// The wording users see in the host's error box is the server's.
+TEST(TsqlSyntax, MessagesUseTheServersWording) {
+    SqliteTestDb db;
+    const struct {
+        const char* tsql;
+        const char* message;
+    } cases[] = {
+        {"select a b c from t", "Incorrect syntax near 'c'."},
+        {"select 1 from t where", "Incorrect syntax near 'where'."},
+        {"select 1 from t where x = 'abc", "Unclosed quotation mark after the character string 'abc'."},
+        {"select [abc from t", "Unclosed quotation mark after the character string 'abc from t'."},
+        {"select 1 /* open", "Missing end comment mark '*/'."},
+        {"select * from t order x", "Incorrect syntax near 'x'."},
+        {"select * from t where x in (select)", "Incorrect syntax near ')'."},
+        {"update t x = 1", "Incorrect syntax near 'x'."},
+        {"insert into t (a) go", "Incorrect syntax near 'go'."},
+        {"select 1 where 2 = {3}", "Incorrect syntax near '{'."},
+        {"select * from t group by", "Incorrect syntax near 'by'."},
+        {"create table t (a int, constraint pk primary key)", "Incorrect syntax near ')'."},
+    };
+    for (const auto& c : cases) EXPECT_EQ(db.errorOf(c.tsql), std::string(c.message)) << c.tsql;
+}
+
 TEST(TsqlBatches, GoLinesSeparateBatches) {
     const QString script = "create table a (x int)\nGO\n  go  \ninsert into a values (1)\n-- go\nselect 'go'\ngo";
     EXPECT_EQ(splitBatches(script),
