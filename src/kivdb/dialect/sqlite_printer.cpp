@@ -499,6 +499,12 @@ private:
         QString out = quoteName(c.name) + QLatin1Char(' ') + d.sqliteType;
         if (!d.collation.isEmpty()) out += QStringLiteral(" COLLATE ") + d.collation;
         if (c.notNull) out += QStringLiteral(" NOT NULL");
+        // A text longer than its declared length is refused, as the server refuses it.
+        if (d.kind == ColumnKind::Text && c.type.length > 0 && !c.type.max)
+            out += QStringLiteral(" CHECK (tsql_fits(%1, %2, %3))")
+                       .arg(quoteName(c.name))
+                       .arg(c.type.length)
+                       .arg(c.type.name.startsWith(QLatin1Char('n')) ? 1 : 0);
         if (c.defaultValue) {
             Scope none(catalog_, nullptr);
             out += QStringLiteral(" DEFAULT (") + expr(*c.defaultValue, none).sql + QLatin1Char(')');
@@ -566,11 +572,9 @@ private:
         return out;
     }
 
-    // Index names belong to their table on the server but to the whole database here, so
-    // the table's name goes into the index's.
-    static QString indexName(const QString& table, const QString& index) {
-        return table.isEmpty() ? index : table + QLatin1Char('.') + index;
-    }
+    // Index names belong to their table on the server but to the whole database here: the
+    // schema scripts give each index a name of its own.
+    static QString indexName(const QString&, const QString& index) { return index; }
 
     QString createIndex(const Statement& s) {
         return QStringLiteral("CREATE %1INDEX %2 ON %3 (%4)")
@@ -793,7 +797,13 @@ private:
         if (rn && l.kind == ColumnKind::Text) l.sql = toNumber(l, r.kind);
         const bool numeric = (ln || l.kind == ColumnKind::Text) && (rn || r.kind == ColumnKind::Text) && (ln || rn);
         const ColumnKind kind = numeric ? promote(ln ? l.kind : r.kind, rn ? r.kind : l.kind) : ColumnKind::Unknown;
-        if (op == QLatin1String("/")) return {QStringLiteral("tsql_div(%1, %2)").arg(l.sql, r.sql), kind};
+        // Money keeps four decimals through division and multiplication.
+        if (op == QLatin1String("/")) {
+            const QString quotient = QStringLiteral("tsql_div(%1, %2)").arg(l.sql, r.sql);
+            return {kind == ColumnKind::Money ? QStringLiteral("round(%1, 4)").arg(quotient) : quotient, kind};
+        }
+        if (op == QLatin1String("*") && kind == ColumnKind::Money)
+            return {QStringLiteral("round(%1 * %2, 4)").arg(l.sql, r.sql), kind};
         if (op == QLatin1String("%")) return {QStringLiteral("tsql_mod(%1, %2)").arg(l.sql, r.sql), kind};
         if (op == QLatin1String("+") && !numeric) {
             // Types unknown here: the values decide at run time (text joins, numbers add).

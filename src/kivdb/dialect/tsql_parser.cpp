@@ -328,6 +328,18 @@ private:
                 c.unique = true;
                 continue;
             }
+            if (peek().isKeyword("references") || peek().isKeyword("foreign")) {
+                // An inline foreign key: kept as a table constraint on this one column.
+                TableConstraint key;
+                key.kind = TableConstraint::ForeignKey;
+                if (acceptKeyword("foreign")) expectKeyword("key");
+                expectKeyword("references");
+                key.columns << c.name;
+                key.refTable = objectName();
+                if (peek().isOp("(")) orderedColumns(key.refColumns, key.descending);
+                table.constraints.push_back(std::move(key));
+                continue;
+            }
             if (peek().isKeyword("collate")) {
                 next();
                 name();

@@ -149,7 +149,9 @@ std::optional<QDateTime> dateArg(sqlite3_value* v, bool* hadTime = nullptr) {
         if (hadTime) *hadTime = days != std::floor(days);
         return QDateTime(QDate(1900, 1, 1), QTime(0, 0)).addMSecs(qint64(std::llround(days * 86400000.0)));
     }
-    const auto parts = parseDateTime(textArg(v));
+    const QString text = textArg(v);
+    if (text.trimmed().isEmpty()) return QDateTime(QDate(1900, 1, 1), QTime(0, 0));  // blank is the zero date
+    const auto parts = parseDateTime(text);
     if (!parts) return std::nullopt;
     if (hadTime) *hadTime = parts->hasTime;
     return toQDateTime(*parts);
@@ -395,6 +397,22 @@ void tsqlSide(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     resultText(ctx, FromLeft ? s.left(count) : s.right(count));
 }
 
+// tsql_fits(text, length, national): whether a text fits its column, as the server
+// measures it: characters for nchar/nvarchar, bytes of the Chinese code page for
+// char/varchar (two for a character outside ASCII). Blanks at the end do not count, since
+// the server drops those that do not fit. Too long a text is the server's error.
+void tsqlFits(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_int(ctx, 1);
+    QString text = textArg(argv[0]);
+    while (text.endsWith(u' ')) text.chop(1);
+    const qint64 limit = sqlite3_value_int64(argv[1]);
+    const bool national = sqlite3_value_int(argv[2]) != 0;
+    qint64 size = 0;
+    for (const char32_t c : text.toUcs4()) size += national ? (c > 0xFFFF ? 2 : 1) : (c < 0x80 ? 1 : 2);
+    if (size > limit) return resultError(ctx, QStringLiteral("String or binary data would be truncated."));
+    sqlite3_result_int(ctx, 1);
+}
+
 // ---- like with the server's wildcards: % _ [a-c] [^x], case-insensitive
 
 struct PatternElement {
@@ -492,7 +510,14 @@ void tsqlLike(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
         escape = e.front();
     }
     const auto pattern = compilePattern(textArg(argv[0]), escape);
-    sqlite3_result_int(ctx, likeMatches(pattern, textArg(argv[1]).toCaseFolded()) ? 1 : 0);
+    // Trailing blanks of the value do not count; those of the pattern do.
+    QString value = textArg(argv[1]).toCaseFolded();
+    bool hit = likeMatches(pattern, value);
+    if (!hit && value.endsWith(u' ')) {
+        while (value.endsWith(u' ')) value.chop(1);
+        hit = likeMatches(pattern, value);
+    }
+    sqlite3_result_int(ctx, hit ? 1 : 0);
 }
 
 // ---- dates
@@ -674,12 +699,23 @@ const FunctionDef kFunctions[] = {
     {"tsql_day", 1, tsqlDatePart<2>, true},
     {"tsql_date_add", 2, tsqlDateAdd, true},
     {"tsql_store_date", 1, tsqlStoreDate, true},
+    {"tsql_fits", 3, tsqlFits, true},
     {"tsql_convert", 6, tsqlConvert, true},
 };
 
 }  // namespace
 
+// Optimizations of SQLite's query planner (its internal mask bits), see below.
+constexpr int kBloomFilter = 0x00080000;
+constexpr int kBloomPulldown = 0x00100000;
+
 void registerRuntime(sqlite3* db) {
+    // The join filters of this SQLite hash a text by its length, so keys equal under
+    // TSQL_CI but of different lengths ('wc1 ' and 'WC1') would miss each other. Without
+    // the filters the joins compare by the collation; if they cannot be turned off,
+    // automatic indexes (which carry them) are.
+    if (sqlite3_test_control(SQLITE_TESTCTRL_OPTIMIZATIONS, db, kBloomFilter | kBloomPulldown) != SQLITE_OK)
+        sqlite3_exec(db, "PRAGMA automatic_index = OFF", nullptr, nullptr, nullptr);
     // "x" is a name, never a string, as with QUOTED_IDENTIFIER ON.
     sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);

@@ -57,13 +57,21 @@ INSTANTIATE_TEST_SUITE_P(
         ValueCase{"DistinctIgnoresCaseAndBlanks", "select count(distinct t) from Texts", "4"},
         ValueCase{"ComputedTextsGroupAndSort",
                   "select rtrim(t), count(*) from Texts group by rtrim(t) order by rtrim(t) desc", "中文|1;C|1;b|1;A|2"},
+        // Keys of different lengths: the engine's join filters must not tell them apart.
+        ValueCase{"JoinOnKeysOfDifferentLengths",
+                  "create table KeyLeft (a varchar(10) null) insert into KeyLeft values ('wc1 ') insert into KeyLeft "
+                  "values ('WC2') create table KeyRight (b varchar(10) null, n int null) insert into KeyRight values "
+                  "('WC1', 1) insert into KeyRight values ('wc2  ', 2) insert into KeyRight values ('WC3', 3) "
+                  "select KeyRight.n from KeyLeft, KeyRight where KeyLeft.a = KeyRight.b order by 1",
+                  "1;2"},
         ValueCase{"MinMaxUseCollation", "select max(t), min(n) from Texts where t < 'c'", "b|1"}));
 
 INSTANTIATE_TEST_SUITE_P(
     LikePatterns, TsqlRuntime,
     ::testing::Values(
         ValueCase{"PercentOnly", "select count(*) from Texts where t like '%'", "5"},
-        ValueCase{"TrailingBlanksCount", "select count(*) from Texts where t like 'a'", "1"},
+        ValueCase{"TrailingBlanksOfTheValueIgnored", "select count(*) from Texts where t like 'a'", "2"},
+        ValueCase{"TrailingBlanksOfThePatternCount", "select count(*) where 'a' like 'a '", "0"},
         ValueCase{"SetOfLetters", "select n from Texts where t like '[bc]' order by n", "1;5"},
         ValueCase{"UnclosedBracketIsLiteral", "select count(*) where 'a[b' like 'a[b'", "1"},
         ValueCase{"EscapedWildcard", "select count(*) where 'a_b' like 'a!_b' escape '!'", "1"},
@@ -77,6 +85,10 @@ INSTANTIATE_TEST_SUITE_P(
         ValueCase{"SmallDateTimeToTheMinute", "select convert(smalldatetime, '2006-03-31 10:20:40')", "2006-03-31 10:21:00"},
         ValueCase{"DateFromStyle112", "select convert(datetime, '20060331')", "2006-03-31 00:00:00"},
         ValueCase{"DateFromDays", "select convert(datetime, 1)", "1900-01-02 00:00:00"},
+        ValueCase{"BlankTextIsTheZeroDate", "select convert(datetime, '')", "1900-01-01 00:00:00"},
+        ValueCase{"MoneyKeepsFourDecimals",
+                  "create table Rate (r money) insert into Rate values (3) select 1/r, r * r / 7 from Rate",
+                  "0.3333|1.2857"},
         ValueCase{"DecimalRoundsHalfAway", "select convert(decimal(10,1), -2.25)", "-2.3"},
         ValueCase{"MoneyFromText", "select convert(money, '12.34567')", "12.3457"},
         ValueCase{"VarcharDefaultsToThirty",
@@ -126,7 +138,21 @@ INSTANTIATE_TEST_SUITE_P(
         FailureCase{"TextPlusNumber", "select 'abc' + 1",
                     "Conversion failed when converting the varchar value 'abc' to data type int."},
         FailureCase{"RightNegative", "select right('abc', -1)", "Invalid length parameter passed to the right function."},
-        FailureCase{"UnknownType", "select convert(geography, 1)", "Cannot find data type geography."}));
+        FailureCase{"UnknownType", "select convert(geography, 1)", "Cannot find data type geography."},
+        FailureCase{"TextTooLongForVarchar",
+                    "create table Short (a varchar(10), b nvarchar(4)) insert into Short (a) values ('10:15:30 下午')",
+                    "String or binary data would be truncated."},
+        FailureCase{"TextTooLongForNvarchar",
+                    "create table Short (a varchar(10), b nvarchar(4)) insert into Short (b) values ('下午好啊!')",
+                    "String or binary data would be truncated."}));
+
+TEST(TsqlRuntimeLengths, TextsThatFitAreKept) {
+    SqliteTestDb db;
+    db.run("create table Short (a varchar(10), b nvarchar(4))");
+    EXPECT_NO_THROW(db.run("insert into Short values ('10:15:30 a', '下午好啊')"));
+    EXPECT_NO_THROW(db.run("insert into Short values ('abc   ' + '       ', null)"));
+    EXPECT_EQ(db.run("select count(*) from Short"), QStringList{"2"});
+}
 
 }  // namespace
 }  // namespace kivdb::dialect
