@@ -9,16 +9,20 @@
 
 namespace kivdb::dialect {
 
-QString translateToSqlite(const QString& tsql, const Catalog& catalog) {
+SqliteTranslation translateForSqlite(const QString& tsql, const Catalog& catalog) {
     auto statements = parseBatch(tsql);
     BatchCatalog batch(catalog);
     QStringList out;
+    std::optional<std::vector<ColumnKind>> kinds;
     for (auto& s : statements) {
         rewriteOldOuterJoins(*s, batch);
-        out << printSqlite(*s, batch);
+        kinds.reset();
+        out << printSqlite(*s, batch, &kinds);
     }
-    return out.join(QStringLiteral(";\n"));
+    return {out.join(QStringLiteral(";\n")), kinds.value_or(std::vector<ColumnKind>{})};
 }
+
+QString translateToSqlite(const QString& tsql, const Catalog& catalog) { return translateForSqlite(tsql, catalog).sql; }
 
 bool hasOldOuterJoin(const QString& tsql) {
     try {
@@ -55,14 +59,14 @@ QStringList splitBatches(const QString& script) {
     return batches;
 }
 
-QString TranslationCache::translate(const QString& tsql, const Catalog& catalog) {
+SqliteTranslation TranslationCache::translateTyped(const QString& tsql, const Catalog& catalog) {
     if (auto it = entries_.constFind(tsql); it != entries_.constEnd()) return *it;
     // A bound on memory for hosts that build endless distinct statements.
     constexpr int kMaxEntries = 4096;
     if (entries_.size() >= kMaxEntries) entries_.clear();
-    const QString sqlite = translateToSqlite(tsql, catalog);
-    entries_.insert(tsql, sqlite);
-    return sqlite;
+    SqliteTranslation translation = translateForSqlite(tsql, catalog);
+    entries_.insert(tsql, translation);
+    return translation;
 }
 
 }  // namespace kivdb::dialect

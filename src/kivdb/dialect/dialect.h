@@ -36,8 +36,19 @@ public:
     virtual std::optional<std::vector<CatalogColumn>> tableColumns(const QString& table) const = 0;
 };
 
-// T-SQL batch -> SQLite text. Throws SqlError.
+// T-SQL batch -> SQLite text, its statements separated by ";\n"; empty for a batch of
+// session options only (set nocount on ...). Throws SqlError.
 QString translateToSqlite(const QString& tsql, const Catalog& catalog);
+
+// The SQLite text and, for a batch whose last statement is a select returning rows, the
+// kinds of its result columns as the T-SQL types make them (a sum of money is money, a
+// convert to datetime a date), so computed columns can be typed like stored ones. Empty
+// when unknown (for instance select * of a table the catalog does not know).
+struct SqliteTranslation {
+    QString sql;
+    std::vector<ColumnKind> resultKinds;
+};
+SqliteTranslation translateForSqlite(const QString& tsql, const Catalog& catalog);
 
 // True when the text uses the old outer-join operators outside literals and comments.
 bool hasOldOuterJoin(const QString& tsql);
@@ -57,12 +68,13 @@ QStringList splitBatches(const QString& script);
 // when the schema changes: a translation depends on the column types it saw.
 class TranslationCache {
 public:
-    QString translate(const QString& tsql, const Catalog& catalog);
+    QString translate(const QString& tsql, const Catalog& catalog) { return translateTyped(tsql, catalog).sql; }
+    SqliteTranslation translateTyped(const QString& tsql, const Catalog& catalog);
     void clear() { entries_.clear(); }
     int size() const { return int(entries_.size()); }
 
 private:
-    QHash<QString, QString> entries_;
+    QHash<QString, SqliteTranslation> entries_;
 };
 
 }  // namespace kivdb::dialect

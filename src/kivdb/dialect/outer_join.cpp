@@ -142,7 +142,6 @@ void rewriteCore(SelectCore& core, const Scope& scope) {
     const int tableCount = int(core.from.size());
     struct Inner {
         bool used = false;
-        bool rightJoin = false;  // written with =*
         std::set<int> outers;
         std::vector<ExprPtr> on;
     };
@@ -156,8 +155,16 @@ void rewriteCore(SelectCore& core, const Scope& scope) {
             others.push_back(std::move(c));
             continue;
         }
-        const TableRefs left = tablesOf(*c->args[0], scope);
-        const TableRefs right = tablesOf(*c->args[1], scope);
+        TableRefs left = tablesOf(*c->args[0], scope);
+        TableRefs right = tablesOf(*c->args[1], scope);
+        // Between two tables a name the catalog cannot place belongs to the other one.
+        if (tableCount == 2) {
+            auto other = [](const TableRefs& known) { return std::set<int>{1 - *known.tables.begin()}; };
+            if (left.unknown && left.tables.empty() && right.tables.size() == 1 && !right.unknown)
+                left = {other(right), false};
+            else if (right.unknown && right.tables.empty() && left.tables.size() == 1 && !left.unknown)
+                right = {other(left), false};
+        }
         if (left.unknown || right.unknown || left.tables.size() != 1 || right.tables.size() != 1 ||
             *left.tables.begin() == *right.tables.begin())
             notPermitted();
@@ -165,9 +172,7 @@ void rewriteCore(SelectCore& core, const Scope& scope) {
         const int outer = rightJoin ? *right.tables.begin() : *left.tables.begin();
         const int inner = rightJoin ? *left.tables.begin() : *right.tables.begin();
         Inner& in = inners[size_t(inner)];
-        if (in.used && in.rightJoin != rightJoin) notPermitted();
         in.used = true;
-        in.rightJoin = rightJoin;
         in.outers.insert(outer);
         c->text = QStringLiteral("=");
         in.on.push_back(std::move(c));
@@ -229,8 +234,9 @@ void rewriteCore(SelectCore& core, const Scope& scope) {
                 if (groupOf[size_t(o)] != target) mergeInto(target, groupOf[size_t(o)]);
             Group& g = groups[size_t(target)];
             ExprPtr on = joinConjuncts(std::move(in.on));
-            // "b =* a" with b written first stays a right join, so select * keeps its column order.
-            if (in.rightJoin && g.members.size() == 1 && i < g.first)
+            // An inner table written before its single outer table becomes a right join, so
+            // select * keeps the written column order.
+            if (g.members.size() == 1 && i < g.first)
                 g.tree = makeJoin(JoinType::Right, std::move(sources[size_t(i)]), std::move(g.tree), std::move(on));
             else
                 g.tree = makeJoin(JoinType::Left, std::move(g.tree), std::move(sources[size_t(i)]), std::move(on));

@@ -15,7 +15,7 @@ void BatchCatalog::define(const QString& table, std::optional<std::vector<Catalo
     local_.insert(table.toLower(), std::move(columns));
 }
 
-DeclaredType declaredType(const TypeSpec& type) {
+DeclaredType declaredType(const DataType& type) {
     const QString& n = type.name;
     auto sized = [&](const QString& base) {
         if (type.max) return base + QStringLiteral("(max)");
@@ -83,7 +83,41 @@ QString conversionTarget(ColumnKind k) {
     }
 }
 
+// #t and ##t both become temporary tables of the connection: the embedded database has one
+// user, so a global temporary table has no one else to be shared with.
 QString tempPrefix(const QString& table) { return table.startsWith(QLatin1Char('#')) ? QStringLiteral("temp.") : QString(); }
+
+// Functions that translate one to one: the T-SQL name, the SQLite (or runtime) function,
+// the number of arguments and the result's kind.
+struct FunctionMapping {
+    const char* tsql;
+    const char* sqlite;
+    int minArgs;
+    int maxArgs;
+    ColumnKind kind;
+    bool kindOfArguments;  // the kind of the first argument whose kind is known
+};
+
+const FunctionMapping kFunctionMappings[] = {
+    {"isnull", "ifnull", 2, 2, ColumnKind::Unknown, true},
+    {"getdate", "tsql_getdate", 0, 0, ColumnKind::DateTime, false},
+    {"rtrim", "rtrim", 1, 1, ColumnKind::Text, false},
+    {"ltrim", "ltrim", 1, 1, ColumnKind::Text, false},
+    {"upper", "upper", 1, 1, ColumnKind::Text, false},
+    {"lower", "lower", 1, 1, ColumnKind::Text, false},
+    {"substring", "substr", 3, 3, ColumnKind::Text, false},
+    {"left", "tsql_left", 2, 2, ColumnKind::Text, false},
+    {"right", "tsql_right", 2, 2, ColumnKind::Text, false},
+    {"replace", "replace", 3, 3, ColumnKind::Text, false},
+    {"len", "tsql_len", 1, 1, ColumnKind::Integer, false},
+    {"charindex", "tsql_charindex", 2, 3, ColumnKind::Integer, false},
+    {"year", "tsql_year", 1, 1, ColumnKind::Integer, false},
+    {"month", "tsql_month", 1, 1, ColumnKind::Integer, false},
+    {"day", "tsql_day", 1, 1, ColumnKind::Integer, false},
+    {"int", "tsql_int", 1, 1, ColumnKind::Integer, false},
+    {"abs", "abs", 1, 1, ColumnKind::Unknown, true},
+    {"round", "round", 2, 3, ColumnKind::Unknown, true},
+};
 
 struct Typed {
     QString sql;
@@ -95,6 +129,8 @@ struct Typed {
 class Printer {
 public:
     explicit Printer(BatchCatalog& catalog) : catalog_(catalog) {}
+
+    std::optional<std::vector<ColumnKind>> resultKinds;  // set for a select that returns rows
 
     QStringList statement(const Statement& s) {
         switch (s.kind) {
@@ -112,8 +148,9 @@ public:
             }
             return out;
         }
-        case StmtKind::DropIndex: return {QStringLiteral("DROP INDEX ") + quoteName(s.indexName)};
+        case StmtKind::DropIndex: return {QStringLiteral("DROP INDEX ") + quoteName(indexName(s.table, s.indexName))};
         case StmtKind::AlterAdd: return alterAdd(s);
+        case StmtKind::SetOption: return {};
         }
         return {};
     }
@@ -125,11 +162,35 @@ private:
 
     QStringList selectStatement(const SelectStmt& s) {
         const SelectCore& first = s.cores.front();
-        if (first.into.isEmpty()) return {select(s, nullptr)};
-        return selectInto(s);
+        if (!first.into.isEmpty()) return selectInto(s);
+        std::vector<ColumnKind> itemKinds;
+        QString text = select(s, nullptr, &itemKinds);
+        resultKinds = resultColumnKinds(first, itemKinds);
+        return {text};
     }
 
-    QString select(const SelectStmt& s, const Scope* parent, std::vector<ColumnKind>* kinds = nullptr) {
+    // One kind per result column, * expanded; nothing when a * covers an unknown table.
+    std::optional<std::vector<ColumnKind>> resultColumnKinds(const SelectCore& core, const std::vector<ColumnKind>& itemKinds) {
+        Scope scope(catalog_, nullptr);
+        scope.addSources(core.from);
+        std::vector<ColumnKind> kinds;
+        for (size_t i = 0; i < core.items.size(); ++i) {
+            const Expr& e = *core.items[i].expr;
+            if (e.kind != ExprKind::Star) {
+                kinds.push_back(itemKinds[i]);
+                continue;
+            }
+            for (const auto& t : scope.tables()) {
+                if (!e.parts.isEmpty() && t.exposed.compare(e.parts.last(), Qt::CaseInsensitive) != 0) continue;
+                if (!t.columns) return std::nullopt;
+                for (const auto& c : *t.columns) kinds.push_back(c.kind);
+            }
+        }
+        return kinds;
+    }
+
+    QString select(const SelectStmt& s, const Scope* parent, std::vector<ColumnKind>* kinds = nullptr,
+                   const QString& firstColumnName = {}) {
         QStringList parts;
         std::unique_ptr<Scope> firstScope;
         const bool single = s.cores.size() == 1;
@@ -137,7 +198,7 @@ private:
             const SelectCore& core = s.cores[i];
             auto scope = std::make_unique<Scope>(catalog_, parent);
             scope->addSources(core.from);
-            QString text = coreText(core, *scope, i == 0 ? kinds : nullptr);
+            QString text = coreText(core, *scope, i == 0 ? kinds : nullptr, i == 0 ? firstColumnName : QString());
             if (core.top && !single) text = QStringLiteral("SELECT * FROM (") + text + topClause(core) + QStringLiteral(")");
             if (i > 0) parts << (s.unionAll[i - 1] ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION "));
             parts << text;
@@ -147,7 +208,10 @@ private:
         if (!s.orderBy.empty()) {
             QStringList items;
             for (const auto& o : s.orderBy) {
-                QString term = expr(*o.expr, *firstScope).sql;
+                // The order of a union names result columns: a.x is the column x.
+                const QString term = !single && o.expr->kind == ExprKind::Column
+                                         ? quoteName(o.expr->parts.last())
+                                         : collated(*o.expr, expr(*o.expr, *firstScope));
                 items << term + (o.descending ? QStringLiteral(" DESC") : QString());
             }
             out += QStringLiteral(" ORDER BY ") + items.join(QStringLiteral(", "));
@@ -164,24 +228,22 @@ private:
         return QStringLiteral(" LIMIT ") + expr(*core.top, none).sql;
     }
 
-    QString coreText(const SelectCore& core, const Scope& scope, std::vector<ColumnKind>* kinds) {
+    QString coreText(const SelectCore& core, const Scope& scope, std::vector<ColumnKind>* kinds,
+                     const QString& firstColumnName = {}) {
         QString out = QStringLiteral("SELECT ");
         if (core.distinct) out += QStringLiteral("DISTINCT ");
         QStringList items;
         for (const auto& item : core.items) {
+            const QString& alias = items.isEmpty() && !firstColumnName.isEmpty() ? firstColumnName : item.alias;
             if (item.expr->kind == ExprKind::Star) {
                 items << starText(*item.expr);
                 if (kinds) kinds->push_back(ColumnKind::Unknown);
                 continue;
             }
-            Typed t = expr(*item.expr, scope);
+            const Typed t = expr(*item.expr, scope);
             if (kinds) kinds->push_back(t.kind);
-            // A computed text keeps the server's collation for union, distinct and group by.
-            if (item.expr->kind != ExprKind::Column) {
-                if (t.kind == ColumnKind::Text) t.sql = paren(t.sql) + QStringLiteral(" COLLATE TSQL_CI");
-                else if (t.kind == ColumnKind::DateTime) t.sql = paren(t.sql) + QStringLiteral(" COLLATE TSQL_DATE");
-            }
-            items << (item.alias.isEmpty() ? t.sql : t.sql + QStringLiteral(" AS ") + quoteName(item.alias));
+            const QString sql = collated(*item.expr, t);
+            items << (alias.isEmpty() ? sql : sql + QStringLiteral(" AS ") + quoteName(alias));
         }
         out += items.join(QStringLiteral(", "));
         if (!core.from.empty()) {
@@ -192,11 +254,20 @@ private:
         if (core.where) out += QStringLiteral(" WHERE ") + condition(*core.where, scope);
         if (!core.groupBy.empty()) {
             QStringList groups;
-            for (const auto& g : core.groupBy) groups << expr(*g, scope).sql;
+            for (const auto& g : core.groupBy) groups << collated(*g, expr(*g, scope));
             out += QStringLiteral(" GROUP BY ") + groups.join(QStringLiteral(", "));
         }
         if (core.having) out += QStringLiteral(" HAVING ") + condition(*core.having, scope);
         return out;
+    }
+
+    // A computed text or date keeps the server's comparison rules where SQLite would fall
+    // back to bytes: union, distinct, group by, order by. Columns carry their own.
+    static QString collated(const Expr& e, const Typed& t) {
+        if (e.kind == ExprKind::Column) return t.sql;
+        if (t.kind == ColumnKind::Text) return paren(t.sql) + QStringLiteral(" COLLATE TSQL_CI");
+        if (t.kind == ColumnKind::DateTime) return paren(t.sql) + QStringLiteral(" COLLATE TSQL_DATE");
+        return t.sql;
     }
 
     QString starText(const Expr& e) {
@@ -240,7 +311,7 @@ private:
                         t.exposed.compare(item.expr->parts.last(), Qt::CaseInsensitive) != 0)
                         continue;
                     if (!t.columns) throw SqlError(QStringLiteral("Invalid object name '%1'.").arg(t.table).toStdString());
-                    columns.insert(columns.end(), t.columns->begin(), t.columns->end());
+                    for (const auto& c : *t.columns) columns.push_back({c.name, c.kind});
                 }
                 continue;
             }
@@ -298,6 +369,10 @@ private:
     QString storedValue(const Expr& e, const Scope& scope, ColumnKind target) {
         Typed t = expr(e, scope);
         if (isNumeric(target) && t.kind == ColumnKind::Text) return toNumber(t, target);
+        // Dates are stored in one of the two date forms, whatever form the text was in.
+        // A number is days since 1900-01-01, the server's zero date.
+        if (target == ColumnKind::DateTime && (t.kind == ColumnKind::Text || isNumeric(t.kind)))
+            return QStringLiteral("tsql_store_date(%1)").arg(t.sql);
         return t.sql;
     }
 
@@ -424,6 +499,12 @@ private:
         QString out = quoteName(c.name) + QLatin1Char(' ') + d.sqliteType;
         if (!d.collation.isEmpty()) out += QStringLiteral(" COLLATE ") + d.collation;
         if (c.notNull) out += QStringLiteral(" NOT NULL");
+        // A text longer than its declared length is refused, as the server refuses it.
+        if (d.kind == ColumnKind::Text && c.type.length > 0 && !c.type.max)
+            out += QStringLiteral(" CHECK (tsql_fits(%1, %2, %3))")
+                       .arg(quoteName(c.name))
+                       .arg(c.type.length)
+                       .arg(c.type.name.startsWith(QLatin1Char('n')) ? 1 : 0);
         if (c.defaultValue) {
             Scope none(catalog_, nullptr);
             out += QStringLiteral(" DEFAULT (") + expr(*c.defaultValue, none).sql + QLatin1Char(')');
@@ -491,14 +572,29 @@ private:
         return out;
     }
 
+    // Index names belong to their table on the server but to the whole database here: the
+    // schema scripts give each index a name of its own.
+    static QString indexName(const QString&, const QString& index) { return index; }
+
     QString createIndex(const Statement& s) {
         return QStringLiteral("CREATE %1INDEX %2 ON %3 (%4)")
-            .arg(s.unique ? QStringLiteral("UNIQUE ") : QString(), tempPrefix(s.table) + quoteName(s.indexName),
+            .arg(s.unique ? QStringLiteral("UNIQUE ") : QString(), tempPrefix(s.table) + quoteName(indexName(s.table, s.indexName)),
                  quoteName(s.table), quotedList(s.columns, s.descending).join(QStringLiteral(", ")));
     }
 
     QStringList alterAdd(const Statement& s) {
         QStringList out;
+        // SQLite cannot add a key to a table; a unique index holds the same rule. Foreign
+        // keys are not enforced by the embedded database, so adding one changes nothing.
+        for (const auto& k : s.constraints) {
+            if (k.kind == TableConstraint::Check)
+                throw SqlError("The embedded database cannot add a check constraint to an existing table.");
+            if (k.kind == TableConstraint::ForeignKey) continue;
+            const QString name = k.name.isEmpty() ? QStringLiteral("UQ_%1_%2").arg(s.table, k.columns.join(QLatin1Char('_'))) : k.name;
+            out << QStringLiteral("CREATE UNIQUE INDEX %1 ON %2 (%3)")
+                       .arg(tempPrefix(s.table) + quoteName(name), quoteName(s.table),
+                            quotedList(k.columns, k.descending).join(QStringLiteral(", ")));
+        }
         auto columns = catalog_.tableColumns(s.table);
         for (const auto& c : s.columnDefs) {
             if (c.identity || c.primaryKey || c.unique)
@@ -518,10 +614,12 @@ private:
 
     // A text operand of a numeric operation: a literal is converted here, anything else by
     // tsql_num at run time (which raises the server's conversion error).
-    QString toNumber(const Typed& t, ColumnKind numericKind) {
+    QString toNumber(const Typed& t, ColumnKind numericKind, bool lenient = false) {
         const QString target = conversionTarget(numericKind);
         if (t.literalText) {
             const QString v = t.literalValue.trimmed();
+            if (numericKind == ColumnKind::Bit && v.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0) return QStringLiteral("1");
+            if (numericKind == ColumnKind::Bit && v.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0) return QStringLiteral("0");
             bool ok = false;
             if (target == QLatin1String("int")) {
                 const qlonglong n = v.toLongLong(&ok);
@@ -532,6 +630,7 @@ private:
                 if (ok) return QString::number(d, 'g', 17);
             }
         }
+        if (lenient) return QStringLiteral("tsql_num(%1, '%2', 1)").arg(t.sql, target);
         return QStringLiteral("tsql_num(%1, '%2')").arg(t.sql, target);
     }
 
@@ -650,19 +749,34 @@ private:
         const QString& op = e.text;
         if (op == QLatin1String("*=") || op == QLatin1String("=*"))
             throw SqlError("The old outer-join operators may only join two tables in the WHERE clause.");
-        if (op == QLatin1String("and") || op == QLatin1String("or"))
-            return {paren(expr(*e.args[0], scope).sql + (op == QLatin1String("and") ? QStringLiteral(" AND ") : QStringLiteral(" OR ")) +
-                          expr(*e.args[1], scope).sql),
+        if (op == QLatin1String("and") || op == QLatin1String("or")) {
+            // A chain of one operator prints flat: SQLite's parser has a small stack, and a
+            // long where clause must not nest one parenthesis per condition.
+            std::vector<const Expr*> operands;
+            const Expr* node = &e;
+            while (node->kind == ExprKind::Binary && node->text == op) {
+                operands.push_back(node->args[1].get());
+                node = node->args[0].get();
+            }
+            operands.push_back(node);
+            QStringList parts;
+            for (auto it = operands.rbegin(); it != operands.rend(); ++it) parts << expr(**it, scope).sql;
+            return {paren(parts.join(op == QLatin1String("and") ? QStringLiteral(" AND ") : QStringLiteral(" OR "))),
                     ColumnKind::Integer};
+        }
         Typed l = expr(*e.args[0], scope);
         Typed r = expr(*e.args[1], scope);
         static const QStringList comparisons = {"=", "<>", "!=", "<", ">", "<=", ">=", "!<", "!>"};
         if (comparisons.contains(op)) {
             const QString sqlOp = op == QLatin1String("!<") ? QStringLiteral(">=") : op == QLatin1String("!>") ? QStringLiteral("<=") : op;
             // Text meets a number as a number; otherwise the collation goes on the right operand.
+            // Between two columns (a join) a text that is no number matches nothing: which rows
+            // the server converts depends on its plan, so it need not fail on rows that other
+            // predicates drop; against a constant every row is converted and may fail.
+            const bool join = e.args[0]->kind == ExprKind::Column && e.args[1]->kind == ExprKind::Column;
             QString left = l.sql, right = r.sql;
-            if (isNumeric(l.kind) && r.kind == ColumnKind::Text) right = toNumber(r, l.kind);
-            else if (isNumeric(r.kind) && l.kind == ColumnKind::Text) left = toNumber(l, r.kind);
+            if (isNumeric(l.kind) && r.kind == ColumnKind::Text) right = toNumber(r, l.kind, join);
+            else if (isNumeric(r.kind) && l.kind == ColumnKind::Text) left = toNumber(l, r.kind, join);
             else if (l.kind == ColumnKind::DateTime || r.kind == ColumnKind::DateTime) right = paren(right) + QStringLiteral(" COLLATE TSQL_DATE");
             else if (l.kind == ColumnKind::Text || r.kind == ColumnKind::Text) right = paren(right) + QStringLiteral(" COLLATE TSQL_CI");
             return {paren(left + QLatin1Char(' ') + sqlOp + QLatin1Char(' ') + right), ColumnKind::Integer};
@@ -683,7 +797,13 @@ private:
         if (rn && l.kind == ColumnKind::Text) l.sql = toNumber(l, r.kind);
         const bool numeric = (ln || l.kind == ColumnKind::Text) && (rn || r.kind == ColumnKind::Text) && (ln || rn);
         const ColumnKind kind = numeric ? promote(ln ? l.kind : r.kind, rn ? r.kind : l.kind) : ColumnKind::Unknown;
-        if (op == QLatin1String("/")) return {QStringLiteral("tsql_div(%1, %2)").arg(l.sql, r.sql), kind};
+        // Money keeps four decimals through division and multiplication.
+        if (op == QLatin1String("/")) {
+            const QString quotient = QStringLiteral("tsql_div(%1, %2)").arg(l.sql, r.sql);
+            return {kind == ColumnKind::Money ? QStringLiteral("round(%1, 4)").arg(quotient) : quotient, kind};
+        }
+        if (op == QLatin1String("*") && kind == ColumnKind::Money)
+            return {QStringLiteral("round(%1 * %2, 4)").arg(l.sql, r.sql), kind};
         if (op == QLatin1String("%")) return {QStringLiteral("tsql_mod(%1, %2)").arg(l.sql, r.sql), kind};
         if (op == QLatin1String("+") && !numeric) {
             // Types unknown here: the values decide at run time (text joins, numbers add).
@@ -711,12 +831,17 @@ private:
         return c.from.empty();
     }
 
+    // The check reads the subquery once (an aggregate over its rows), so nested subqueries
+    // do not multiply the text, and adds one level of nesting only.
     Typed scalarSubquery(const Expr& e, const Scope& scope) {
         std::vector<ColumnKind> kinds;
-        const QString inner = select(*e.subquery, &scope, &kinds);
+        const SelectStmt& sub = *e.subquery;
+        const bool checked = !singleRow(sub) && sub.cores.front().items.front().expr->kind != ExprKind::Star;
+        static const QString value = QStringLiteral("tsql_value");
+        const QString inner = select(sub, &scope, &kinds, checked ? value : QString());
         const ColumnKind kind = kinds.empty() ? ColumnKind::Unknown : kinds.front();
-        if (singleRow(*e.subquery)) return {paren(inner), kind};
-        return {QStringLiteral("tsql_single((SELECT count(*) FROM (SELECT 1 FROM (%1) LIMIT 2)), (%1))").arg(inner), kind};
+        if (!checked) return {paren(inner), kind};
+        return {QStringLiteral("(SELECT tsql_single(%1) FROM (%2))").arg(quoteName(value), inner), kind};
     }
 
     Typed caseExpr(const Expr& e, const Scope& scope) {
@@ -752,7 +877,10 @@ private:
                     .arg(e.type.name)
                     .arg(e.type.max ? -1 : e.type.length)
                     .arg(e.type.scale)
-                    .arg(value.sql, style, value.kind == ColumnKind::DateTime ? QStringLiteral("1") : QStringLiteral("0")),
+                    .arg(value.sql, style,
+                         value.kind == ColumnKind::DateTime ? QStringLiteral("1")
+                         : value.kind == ColumnKind::Money  ? QStringLiteral("2")
+                                                            : QStringLiteral("0")),
                 target.kind};
     }
 
@@ -790,54 +918,14 @@ private:
             if (name == QLatin1String("avg") && kind == ColumnKind::Integer) out = QStringLiteral("CAST(%1 AS INTEGER)").arg(out);
             return {out, kind};
         }
-        if (name == QLatin1String("isnull")) {
-            arity(2, 2);
-            return call(QStringLiteral("ifnull"), args[0].kind != ColumnKind::Unknown ? args[0].kind : args[1].kind);
-        }
-        if (name == QLatin1String("getdate")) {
-            arity(0, 0);
-            return {QStringLiteral("tsql_getdate()"), ColumnKind::DateTime};
-        }
-        if (name == QLatin1String("rtrim") || name == QLatin1String("ltrim") || name == QLatin1String("upper") ||
-            name == QLatin1String("lower")) {
-            arity(1, 1);
-            return call(name, ColumnKind::Text);
-        }
-        if (name == QLatin1String("substring")) {
-            arity(3, 3);
-            return call(QStringLiteral("substr"), ColumnKind::Text);
-        }
-        if (name == QLatin1String("left")) {
-            arity(2, 2);
-            return {QStringLiteral("substr(%1, 1, %2)").arg(args[0].sql, args[1].sql), ColumnKind::Text};
-        }
-        if (name == QLatin1String("right")) {
-            arity(2, 2);
-            return {QStringLiteral("tsql_right(%1, %2)").arg(args[0].sql, args[1].sql), ColumnKind::Text};
-        }
-        if (name == QLatin1String("replace")) {
-            arity(3, 3);
-            return call(name, ColumnKind::Text);
-        }
-        if (name == QLatin1String("len")) {
-            arity(1, 1);
-            return call(QStringLiteral("tsql_len"), ColumnKind::Integer);
-        }
-        if (name == QLatin1String("charindex")) {
-            arity(2, 3);
-            return call(QStringLiteral("tsql_charindex"), ColumnKind::Integer);
-        }
-        if (name == QLatin1String("year") || name == QLatin1String("month") || name == QLatin1String("day")) {
-            arity(1, 1);
-            return call(QStringLiteral("tsql_") + name, ColumnKind::Integer);
-        }
-        if (name == QLatin1String("int")) {
-            arity(1, 1);
-            return call(QStringLiteral("tsql_int"), ColumnKind::Integer);
-        }
-        if (name == QLatin1String("abs") || name == QLatin1String("round")) {
-            arity(1, 3);
-            return call(name, args[0].kind);
+        for (const auto& m : kFunctionMappings) {
+            if (name != QLatin1String(m.tsql)) continue;
+            arity(size_t(m.minArgs), size_t(m.maxArgs));
+            ColumnKind kind = m.kind;
+            if (m.kindOfArguments)
+                for (const auto& a : args)
+                    if (kind == ColumnKind::Unknown) kind = a.kind;
+            return call(QLatin1String(m.sqlite), kind);
         }
         return call(name, ColumnKind::Unknown);
     }
@@ -845,6 +933,11 @@ private:
 
 }  // namespace
 
-QStringList printSqlite(const Statement& statement, BatchCatalog& catalog) { return Printer(catalog).statement(statement); }
+QStringList printSqlite(const Statement& statement, BatchCatalog& catalog, std::optional<std::vector<ColumnKind>>* resultKinds) {
+    Printer printer(catalog);
+    QStringList out = printer.statement(statement);
+    if (resultKinds && printer.resultKinds) *resultKinds = printer.resultKinds;
+    return out;
+}
 
 }  // namespace kivdb::dialect

@@ -27,9 +27,11 @@ struct DeclaredType {
     ColumnKind kind = ColumnKind::Unknown;
     QString collation;  // TSQL_CI, TSQL_DATE or empty
 };
-DeclaredType declaredType(const TypeSpec& type);
+DeclaredType declaredType(const DataType& type);
 
 // Statements of the translation of one T-SQL statement (a DDL statement may need several).
-QStringList printSqlite(const Statement& statement, BatchCatalog& catalog);
+// For a select that returns rows, resultKinds receives the kinds of its columns when known.
+QStringList printSqlite(const Statement& statement, BatchCatalog& catalog,
+                        std::optional<std::vector<ColumnKind>>* resultKinds = nullptr);
 
 }  // namespace kivdb::dialect

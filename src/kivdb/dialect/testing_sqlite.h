@@ -8,6 +8,7 @@
 #include <memory>
 #include <sqlite3.h>
 #include <stdexcept>
+#include <string>
 
 namespace kivdb::dialect::testing {
 
@@ -28,6 +29,16 @@ public:
     // Translates and runs; rows of the last statement that returned any. Throws SqlError
     // from the translator, std::runtime_error with SQLite's message from the engine.
     QStringList run(const QString& tsql) { return runSqlite(translateToSqlite(tsql, *catalog_)); }
+
+    // The error a statement raises, from the translator or the engine; empty when it runs.
+    std::string errorOf(const QString& tsql) {
+        try {
+            run(tsql);
+        } catch (const std::exception& e) {
+            return e.what();
+        }
+        return {};
+    }
 
     // Runs each batch of a script.
     void script(const QString& text) {

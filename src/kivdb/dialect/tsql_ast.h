@@ -16,7 +16,7 @@ struct Span {
 struct SelectStmt;
 using SelectPtr = std::unique_ptr<SelectStmt>;
 
-struct TypeSpec {
+struct DataType {
     QString name;  // lower case, e.g. "varchar"
     int length = -1;  // or precision
     int scale = -1;
@@ -44,7 +44,7 @@ struct Expr {
     bool hasCaseOperand = false;
     bool hasElse = false;
     SelectPtr subquery;
-    TypeSpec type;  // convert / cast target
+    DataType type;  // convert / cast target
     Span opSpan;  // operator token, for binary nodes
     bool synthesized = false;  // made by a rewrite, no source text of its own
     int depth = 1;  // height of the tree below, bounded by the parser
@@ -105,7 +105,7 @@ struct SelectStmt {
 
 struct ColumnDef {
     QString name;
-    TypeSpec type;
+    DataType type;
     bool notNull = false;
     bool identity = false;
     qint64 identitySeed = 1;
@@ -124,7 +124,7 @@ struct TableConstraint {
     QStringList refColumns;
 };
 
-enum class StmtKind { Select, Insert, Update, Delete, CreateTable, CreateIndex, DropTable, DropIndex, AlterAdd };
+enum class StmtKind { Select, Insert, Update, Delete, CreateTable, CreateIndex, DropTable, DropIndex, AlterAdd, SetOption };
 
 struct Statement {
     StmtKind kind = StmtKind::Select;

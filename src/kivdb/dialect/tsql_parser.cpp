@@ -26,7 +26,7 @@ bool isReserved(const Token& t) {
 }
 
 bool startsStatement(const Token& t) {
-    for (const char* w : {"select", "insert", "update", "delete", "create", "drop", "alter"})
+    for (const char* w : {"select", "insert", "update", "delete", "create", "drop", "alter", "set"})
         if (t.isKeyword(w)) return true;
     return false;
 }
@@ -151,6 +151,8 @@ private:
             s = drop();
         } else if (t.isKeyword("alter")) {
             s = alter();
+        } else if (t.isKeyword("set")) {
+            s = setOption();
         } else {
             fail(t);
         }
@@ -201,8 +203,7 @@ private:
             expectOp("=");
             s->assignments.emplace_back(column, expression());
         } while (acceptOp(","));
-        if (acceptKeyword("from")) s->from = tableSources();
-        if (acceptKeyword("where")) s->where = expression();
+        fromAndWhere(*s);
         return s;
     }
 
@@ -212,9 +213,14 @@ private:
         next();
         acceptKeyword("from");
         s->table = objectName();
-        if (acceptKeyword("from")) s->from = tableSources();
-        if (acceptKeyword("where")) s->where = expression();
+        fromAndWhere(*s);
         return s;
+    }
+
+    // T-SQL's own "from" list of update and delete, and the condition.
+    void fromAndWhere(Statement& s) {
+        if (acceptKeyword("from")) s.from = tableSources();
+        if (acceptKeyword("where")) s.where = expression();
     }
 
     StatementPtr create() {
@@ -266,8 +272,8 @@ private:
         expectOp(")");
     }
 
-    TypeSpec typeSpec() {
-        TypeSpec type;
+    DataType dataType() {
+        DataType type;
         type.name = objectName().toLower();
         if (acceptOp("(")) {
             if (acceptKeyword("max")) {
@@ -284,7 +290,7 @@ private:
     ColumnDef columnDef(Statement& table) {
         ColumnDef c;
         c.name = name();
-        c.type = typeSpec();
+        c.type = dataType();
         for (;;) {
             if (acceptKeyword("null")) continue;
             if (peek().isKeyword("not") && peek(1).isKeyword("null")) {
@@ -320,6 +326,18 @@ private:
             if (acceptKeyword("unique")) {
                 if (!acceptKeyword("clustered")) acceptKeyword("nonclustered");
                 c.unique = true;
+                continue;
+            }
+            if (peek().isKeyword("references") || peek().isKeyword("foreign")) {
+                // An inline foreign key: kept as a table constraint on this one column.
+                TableConstraint key;
+                key.kind = TableConstraint::ForeignKey;
+                if (acceptKeyword("foreign")) expectKeyword("key");
+                expectKeyword("references");
+                key.columns << c.name;
+                key.refTable = objectName();
+                if (peek().isOp("(")) orderedColumns(key.refColumns, key.descending);
+                table.constraints.push_back(std::move(key));
                 continue;
             }
             if (peek().isKeyword("collate")) {
@@ -401,13 +419,39 @@ private:
         auto s = std::make_unique<Statement>();
         s->kind = StmtKind::AlterAdd;
         s->table = objectName();
+        // "with nocheck" of generated scripts: existing rows are not checked here anyway.
+        if (acceptKeyword("with") && !acceptKeyword("nocheck")) expectKeyword("check");
         expectKeyword("add");
-        if (peek().isKeyword("constraint") || peek().isKeyword("primary"))
-            throw SqlError("The embedded database cannot add a constraint to an existing table.");
-        do s->columnDefs.push_back(columnDef(*s));
-        while (acceptOp(","));
-        if (!s->constraints.empty())
-            throw SqlError("The embedded database cannot add a constraint to an existing table.");
+        do {
+            if (peek().isKeyword("constraint") && peek(2).isKeyword("default"))
+                throw SqlError("The embedded database cannot add a default to an existing column.");
+            if (peek().isKeyword("constraint") || peek().isKeyword("primary") || peek().isKeyword("unique") ||
+                peek().isKeyword("check") || peek().isKeyword("foreign")) {
+                s->constraints.push_back(tableConstraint());
+                fileGroupClause();
+            } else {
+                s->columnDefs.push_back(columnDef(*s));
+            }
+        } while (acceptOp(","));
+        return s;
+    }
+
+    // Session options of scripts (set ansi_nulls on, set nocount on ...) mean nothing on
+    // the embedded engine; variables are not part of the dialect.
+    StatementPtr setOption() {
+        static const QSet<QString> options = {
+            "ansi_nulls", "ansi_padding", "ansi_warnings", "ansi_null_dflt_on", "arithabort", "concat_null_yields_null",
+            "numeric_roundabort", "quoted_identifier", "nocount", "xact_abort", "dateformat", "datefirst", "language",
+            "transaction", "implicit_transactions", "lock_timeout", "textsize", "deadlock_priority"};
+        next();
+        if (peek().type != TokenType::Identifier || !options.contains(peek().text.toLower())) fail(peek());
+        auto s = std::make_unique<Statement>();
+        s->kind = StmtKind::SetOption;
+        next();
+        while (peek().type == TokenType::Identifier || peek().type == TokenType::Number) {
+            if (startsStatement(peek())) break;
+            next();
+        }
         return s;
     }
 
@@ -424,9 +468,8 @@ private:
             if (!peek().isKeyword("select")) fail(peek());
             s->cores.push_back(selectCore());
         }
-        if (peek().isKeyword("order") && peek(1).isKeyword("by")) {
-            next();
-            next();
+        if (acceptKeyword("order")) {
+            expectKeyword("by");
             do {
                 OrderItem item;
                 item.expr = expression();
@@ -468,9 +511,8 @@ private:
             core.where = expression();
             core.whereSpan.end = lastEnd();
         }
-        if (peek().isKeyword("group") && peek(1).isKeyword("by")) {
-            next();
-            next();
+        if (acceptKeyword("group")) {
+            expectKeyword("by");
             do core.groupBy.push_back(expression());
             while (acceptOp(","));
         }
@@ -604,23 +646,18 @@ private:
         return finish(std::move(e));
     }
 
-    ExprPtr orExpr() {
-        ExprPtr left = andExpr();
-        while (peek().isKeyword("or")) {
+    // A left-associative chain of one logical operator over the next level down.
+    ExprPtr logicalChain(const char* word, ExprPtr (Parser::*operand)()) {
+        ExprPtr left = (this->*operand)();
+        while (peek().isKeyword(word)) {
             const Token& op = next();
-            left = binary(std::move(left), op, andExpr());
+            left = binary(std::move(left), op, (this->*operand)());
         }
         return left;
     }
 
-    ExprPtr andExpr() {
-        ExprPtr left = notExpr();
-        while (peek().isKeyword("and")) {
-            const Token& op = next();
-            left = binary(std::move(left), op, notExpr());
-        }
-        return left;
-    }
+    ExprPtr orExpr() { return logicalChain("or", &Parser::andExpr); }
+    ExprPtr andExpr() { return logicalChain("and", &Parser::notExpr); }
 
     ExprPtr notExpr() {
         if (peek().isKeyword("not")) {
@@ -835,9 +872,9 @@ private:
         if (e->isCast) {
             e->args.push_back(expression());
             expectKeyword("as");
-            e->type = typeSpec();
+            e->type = dataType();
         } else {
-            e->type = typeSpec();
+            e->type = dataType();
             expectOp(",");
             e->args.push_back(expression());
             if (acceptOp(",")) e->args.push_back(expression());

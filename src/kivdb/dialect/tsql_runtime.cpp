@@ -149,7 +149,9 @@ std::optional<QDateTime> dateArg(sqlite3_value* v, bool* hadTime = nullptr) {
         if (hadTime) *hadTime = days != std::floor(days);
         return QDateTime(QDate(1900, 1, 1), QTime(0, 0)).addMSecs(qint64(std::llround(days * 86400000.0)));
     }
-    const auto parts = parseDateTime(textArg(v));
+    const QString text = textArg(v);
+    if (text.trimmed().isEmpty()) return QDateTime(QDate(1900, 1, 1), QTime(0, 0));  // blank is the zero date
+    const auto parts = parseDateTime(text);
     if (!parts) return std::nullopt;
     if (hadTime) *hadTime = parts->hasTime;
     return toQDateTime(*parts);
@@ -255,18 +257,36 @@ QString targetFor(sqlite3_value* other) {
     return sqlite3_value_type(other) == SQLITE_FLOAT ? QStringLiteral("float") : QStringLiteral("int");
 }
 
+// tsql_num(value, target[, lenient]): a lenient conversion answers null for text that is
+// no number instead of failing.
 void tsqlNum(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
     const QString target = argc > 1 ? textArg(argv[1]) : QString();
+    if (argc > 2 && sqlite3_value_int(argv[2]) != 0 && sqlite3_value_type(argv[0]) == SQLITE_TEXT &&
+        !parseNumber(textArg(argv[0]), target))
+        return sqlite3_result_null(ctx);
     Number n;
     if (numberArg(ctx, argv[0], target, n)) resultNumber(ctx, n);
 }
 
+// The operands of / and %: null gives null, a zero divisor the server's error. False when
+// the result is already set.
+bool divisionOperands(sqlite3_context* ctx, int argc, sqlite3_value** argv, Number& a, Number& b) {
+    if (anyNull(argc, argv)) {
+        sqlite3_result_null(ctx);
+        return false;
+    }
+    if (!numberArg(ctx, argv[0], targetFor(argv[1]), a) || !numberArg(ctx, argv[1], targetFor(argv[0]), b)) return false;
+    if (b.asDouble() == 0) {
+        resultError(ctx, QStringLiteral("Divide by zero error encountered."));
+        return false;
+    }
+    return true;
+}
+
 void tsqlDiv(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
-    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
     Number a, b;
-    if (!numberArg(ctx, argv[0], targetFor(argv[1]), a) || !numberArg(ctx, argv[1], targetFor(argv[0]), b)) return;
-    if (b.asDouble() == 0) return resultError(ctx, QStringLiteral("Divide by zero error encountered."));
+    if (!divisionOperands(ctx, argc, argv, a, b)) return;
     if (a.isInteger && b.isInteger) {
         if (a.i == std::numeric_limits<qint64>::min() && b.i == -1)
             return resultError(ctx, QStringLiteral("Arithmetic overflow error converting expression to data type bigint."));
@@ -276,10 +296,8 @@ void tsqlDiv(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
 }
 
 void tsqlMod(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
-    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
     Number a, b;
-    if (!numberArg(ctx, argv[0], targetFor(argv[1]), a) || !numberArg(ctx, argv[1], targetFor(argv[0]), b)) return;
-    if (b.asDouble() == 0) return resultError(ctx, QStringLiteral("Divide by zero error encountered."));
+    if (!divisionOperands(ctx, argc, argv, a, b)) return;
     if (a.isInteger && b.isInteger) {
         if (b.i == -1) return sqlite3_result_int64(ctx, 0);
         return sqlite3_result_int64(ctx, a.i % b.i);
@@ -303,6 +321,8 @@ void tsqlAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     sqlite3_result_double(ctx, a.asDouble() + b.asDouble());
 }
 
+// int(x): the integer part of any number, numeric text included ('12.7' is 12); unlike
+// convert(int, ...), which takes integer text only.
 void tsqlInt(sqlite3_context* ctx, int, sqlite3_value** argv) {
     switch (sqlite3_value_type(argv[0])) {
     case SQLITE_NULL: return sqlite3_result_null(ctx);
@@ -317,11 +337,30 @@ void tsqlInt(sqlite3_context* ctx, int, sqlite3_value** argv) {
     }
 }
 
-void tsqlSingle(sqlite3_context* ctx, int, sqlite3_value** argv) {
-    if (sqlite3_value_int64(argv[0]) > 1)
-        return resultError(ctx, QStringLiteral("Subquery returned more than 1 value. This is not permitted when the subquery "
-                                               "follows =, !=, <, <= , >, >= or when the subquery is used as an expression."));
-    sqlite3_result_value(ctx, argv[1]);
+// tsql_single(x): the one value of a scalar subquery; a second row is the server's error.
+struct SingleValue {
+    int rows;
+    sqlite3_value* first;
+};
+
+void tsqlSingleStep(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    auto* state = static_cast<SingleValue*>(sqlite3_aggregate_context(ctx, sizeof(SingleValue)));
+    if (!state) return sqlite3_result_error_nomem(ctx);
+    if (state->rows++ == 0) state->first = sqlite3_value_dup(argv[0]);
+}
+
+void tsqlSingleFinal(sqlite3_context* ctx) {
+    auto* state = static_cast<SingleValue*>(sqlite3_aggregate_context(ctx, 0));
+    if (!state) return sqlite3_result_null(ctx);  // no row at all
+    if (state->rows > 1)
+        resultError(ctx, QStringLiteral("Subquery returned more than 1 value. This is not permitted when the subquery "
+                                        "follows =, !=, <, <= , >, >= or when the subquery is used as an expression."));
+    else if (state->first)
+        sqlite3_result_value(ctx, state->first);
+    else
+        sqlite3_result_null(ctx);
+    sqlite3_value_free(state->first);
+    state->first = nullptr;
 }
 
 // ---- text functions
@@ -345,12 +384,33 @@ void tsqlCharindex(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     sqlite3_result_int64(ctx, at < 0 ? 0 : qint64(at) + 1);
 }
 
-void tsqlRight(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+// left(s, n) and right(s, n), counted in characters.
+template <bool FromLeft>
+void tsqlSide(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
     const QString s = textArg(argv[0]);
     const qint64 n = sqlite3_value_int64(argv[1]);
-    if (n < 0) return resultError(ctx, QStringLiteral("Invalid length parameter passed to the right function."));
-    resultText(ctx, s.right(qsizetype(std::min<qint64>(n, s.size()))));
+    if (n < 0)
+        return resultError(ctx, QStringLiteral("Invalid length parameter passed to the %1 function.")
+                                    .arg(FromLeft ? QStringLiteral("left") : QStringLiteral("right")));
+    const qsizetype count = qsizetype(std::min<qint64>(n, s.size()));
+    resultText(ctx, FromLeft ? s.left(count) : s.right(count));
+}
+
+// tsql_fits(text, length, national): whether a text fits its column, as the server
+// measures it: characters for nchar/nvarchar, bytes of the Chinese code page for
+// char/varchar (two for a character outside ASCII). Blanks at the end do not count, since
+// the server drops those that do not fit. Too long a text is the server's error.
+void tsqlFits(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_int(ctx, 1);
+    QString text = textArg(argv[0]);
+    while (text.endsWith(u' ')) text.chop(1);
+    const qint64 limit = sqlite3_value_int64(argv[1]);
+    const bool national = sqlite3_value_int(argv[2]) != 0;
+    qint64 size = 0;
+    for (const char32_t c : text.toUcs4()) size += national ? (c > 0xFFFF ? 2 : 1) : (c < 0x80 ? 1 : 2);
+    if (size > limit) return resultError(ctx, QStringLiteral("String or binary data would be truncated."));
+    sqlite3_result_int(ctx, 1);
 }
 
 // ---- like with the server's wildcards: % _ [a-c] [^x], case-insensitive
@@ -450,11 +510,19 @@ void tsqlLike(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
         escape = e.front();
     }
     const auto pattern = compilePattern(textArg(argv[0]), escape);
-    sqlite3_result_int(ctx, likeMatches(pattern, textArg(argv[1]).toCaseFolded()) ? 1 : 0);
+    // Trailing blanks of the value do not count; those of the pattern do.
+    QString value = textArg(argv[1]).toCaseFolded();
+    bool hit = likeMatches(pattern, value);
+    if (!hit && value.endsWith(u' ')) {
+        while (value.endsWith(u' ')) value.chop(1);
+        hit = likeMatches(pattern, value);
+    }
+    sqlite3_result_int(ctx, hit ? 1 : 0);
 }
 
 // ---- dates
 
+// To the second, in the stored date form; the server's milliseconds are dropped.
 void tsqlGetdate(sqlite3_context* ctx, int, sqlite3_value**) {
     resultText(ctx, QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
 }
@@ -480,6 +548,18 @@ void tsqlDateAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     const QDateTime result = dt->addMSecs(qint64(std::llround(d * 86400000.0)));
     if (!hadTime && d == std::floor(d)) return resultText(ctx, result.date().toString(QStringLiteral("yyyy-MM-dd")));
     resultText(ctx, formatDateTime(result));
+}
+
+// A date as a datetime column stores it: yyyy-mm-dd, or with the time when it has one.
+// Text that is no date is kept as written (the server would refuse it): what reads such
+// a column must cope with it anyway, since other programs may write the file.
+void tsqlStoreDate(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    bool hadTime = false;
+    const auto dt = dateArg(argv[0], &hadTime);
+    if (!dt) return sqlite3_result_value(ctx, argv[0]);
+    if (!hadTime) return resultText(ctx, dt->date().toString(QStringLiteral("yyyy-MM-dd")));
+    resultText(ctx, formatDateTime(*dt));
 }
 
 // ---- convert / cast
@@ -519,7 +599,7 @@ double roundTo(double v, int scale) {
     return std::round(v * f) / f;  // halves away from zero, as the server rounds
 }
 
-// tsql_convert(type, length, scale, value, style, value_is_date)
+// tsql_convert(type, length, scale, value, style, source)
 void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
     sqlite3_value* value = argv[3];
     if (sqlite3_value_type(value) == SQLITE_NULL) return sqlite3_result_null(ctx);
@@ -528,7 +608,9 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
     const int scale = sqlite3_value_int(argv[2]);
     const bool styled = sqlite3_value_type(argv[4]) != SQLITE_NULL;
     const int style = styled ? sqlite3_value_int(argv[4]) : 0;
-    const bool valueIsDate = sqlite3_value_int(argv[5]) != 0;
+    // What the value was before it was stored: 1 a date, 2 money, 0 anything else.
+    const int source = sqlite3_value_int(argv[5]);
+    const bool valueIsDate = source == 1;
 
     if (type.endsWith(QLatin1String("char")) || type == QLatin1String("text") || type == QLatin1String("ntext")) {
         QString s;
@@ -541,6 +623,8 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
             if (!ok)
                 return resultError(ctx, QStringLiteral("%1 is not a valid style number when converting from datetime to a "
                                                        "character string.").arg(style));
+        } else if (source == 2 && (vt == SQLITE_FLOAT || vt == SQLITE_INTEGER)) {
+            s = QString::number(sqlite3_value_double(value), 'f', 2);  // money shows two decimals
         } else if (vt == SQLITE_FLOAT) {
             s = QString::number(sqlite3_value_double(value), 'g', 6);
         } else {
@@ -601,26 +685,39 @@ const FunctionDef kFunctions[] = {
     {"like", 2, tsqlLike, true},
     {"like", 3, tsqlLike, true},
     {"tsql_num", 2, tsqlNum, true},
+    {"tsql_num", 3, tsqlNum, true},
     {"tsql_div", 2, tsqlDiv, true},
     {"tsql_mod", 2, tsqlMod, true},
     {"tsql_add", 2, tsqlAdd, true},
     {"tsql_int", 1, tsqlInt, true},
-    {"tsql_single", 2, tsqlSingle, true},
     {"tsql_len", 1, tsqlLen, true},
     {"tsql_charindex", 2, tsqlCharindex, true},
     {"tsql_charindex", 3, tsqlCharindex, true},
-    {"tsql_right", 2, tsqlRight, true},
+    {"tsql_left", 2, tsqlSide<true>, true},
+    {"tsql_right", 2, tsqlSide<false>, true},
     {"tsql_getdate", 0, tsqlGetdate, false},
     {"tsql_year", 1, tsqlDatePart<0>, true},
     {"tsql_month", 1, tsqlDatePart<1>, true},
     {"tsql_day", 1, tsqlDatePart<2>, true},
     {"tsql_date_add", 2, tsqlDateAdd, true},
+    {"tsql_store_date", 1, tsqlStoreDate, true},
+    {"tsql_fits", 3, tsqlFits, true},
     {"tsql_convert", 6, tsqlConvert, true},
 };
 
 }  // namespace
 
+// Optimizations of SQLite's query planner (its internal mask bits), see below.
+constexpr int kBloomFilter = 0x00080000;
+constexpr int kBloomPulldown = 0x00100000;
+
 void registerRuntime(sqlite3* db) {
+    // The join filters of this SQLite hash a text by its length, so keys equal under
+    // TSQL_CI but of different lengths ('wc1 ' and 'WC1') would miss each other. Without
+    // the filters the joins compare by the collation; if they cannot be turned off,
+    // automatic indexes (which carry them) are.
+    if (sqlite3_test_control(SQLITE_TESTCTRL_OPTIMIZATIONS, db, kBloomFilter | kBloomPulldown) != SQLITE_OK)
+        sqlite3_exec(db, "PRAGMA automatic_index = OFF", nullptr, nullptr, nullptr);
     // "x" is a name, never a string, as with QUOTED_IDENTIFIER ON.
     sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
@@ -630,6 +727,8 @@ void registerRuntime(sqlite3* db) {
         const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (f.deterministic ? SQLITE_DETERMINISTIC : 0);
         sqlite3_create_function(db, f.name, f.args, flags, nullptr, f.fn, nullptr, nullptr);
     }
+    sqlite3_create_function(db, "tsql_single", 1, SQLITE_UTF8 | SQLITE_INNOCUOUS | SQLITE_DETERMINISTIC, nullptr, nullptr,
+                            tsqlSingleStep, tsqlSingleFinal);
     // sysobjects lists the user tables, as the server's catalog view does for type 'U'.
     sqlite3_exec(db,
                  "CREATE TEMP VIEW IF NOT EXISTS sysobjects AS SELECT name COLLATE TSQL_CI AS name, rowid AS id, "
