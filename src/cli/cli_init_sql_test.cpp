@@ -125,7 +125,7 @@ TEST_F(CliTest, TranslatePrintsTheSqliteTextWithoutRunningIt) {
     makeNoteDatabase();
     const CliRun run = runCli({"sql", "--db", db_, "--translate", "delete from note"});
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
-    EXPECT_EQ(run.out, QStringLiteral("delete from note\n"));
+    EXPECT_EQ(run.out, QStringLiteral("DELETE FROM \"note\"\n"));
     EXPECT_EQ(runCli({"sql", "--db", db_, "select count(*) from note"}).out, QStringLiteral("2\n"));
 }
 
