@@ -7,8 +7,12 @@
 namespace kivdb {
 
 std::optional<FieldType> fieldTypeFromTypeName(const QString& typeName) {
+    return fieldTypeOfColumnKind(dialect::columnKindFromDeclType(typeName));
+}
+
+std::optional<FieldType> fieldTypeOfColumnKind(dialect::ColumnKind kind) {
     using dialect::ColumnKind;
-    switch (dialect::columnKindFromDeclType(typeName)) {
+    switch (kind) {
     case ColumnKind::Text: return FieldType::String;
     case ColumnKind::Integer: return FieldType::Integer;
     case ColumnKind::Float: return FieldType::Float;

@@ -1,6 +1,7 @@
 #pragma once
 // Pieces both backends share: reading a column's field type from its declared type name,
 // date-time text, and the transaction errors.
+#include "dialect/dialect.h"
 #include "platform/connection.h"
 
 #include <algorithm>
@@ -11,6 +12,8 @@ namespace kivdb {
 // The field type a declared type name stands for (T-SQL spelling or the embedded
 // database's translated one); nullopt when the name says nothing the suite knows.
 std::optional<FieldType> fieldTypeFromTypeName(const QString& typeName);
+// The field type of a column kind; none for an unknown kind.
+std::optional<FieldType> fieldTypeOfColumnKind(dialect::ColumnKind kind);
 
 // "yyyy-mm-dd[ hh:mm[:ss[.fff]]]" (a 'T' between date and time is accepted too) as a
 // local date-time; an invalid QDateTime when the text is not such a date.

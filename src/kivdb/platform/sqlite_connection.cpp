@@ -118,14 +118,22 @@ Value asFieldType(const Value& stored, FieldType type) {
     return stored;
 }
 
-// Reads every row of a statement that returns rows.
-RowSet readRows(sqlite3* db, sqlite3_stmt* stmt) {
+// The field type the T-SQL gives a computed column, if it tells one.
+std::optional<FieldType> fieldTypeOfKind(const std::vector<dialect::ColumnKind>* kinds, int column) {
+    if (!kinds || size_t(column) >= kinds->size()) return std::nullopt;
+    return fieldTypeOfColumnKind((*kinds)[size_t(column)]);
+}
+
+// Reads every row of a statement that returns rows. A column without a declared type
+// takes the kind the translation gave it, else its first value's storage class.
+RowSet readRows(sqlite3* db, sqlite3_stmt* stmt, const std::vector<dialect::ColumnKind>* kinds) {
     const int count = sqlite3_column_count(stmt);
     std::vector<std::optional<FieldType>> declared(count);
     RowSet rows;
     for (int i = 0; i < count; ++i) {
         rows.columns.push_back({QString::fromUtf8(sqlite3_column_name(stmt, i)), FieldType::String});
         declared[i] = fieldTypeFromTypeName(QString::fromUtf8(sqlite3_column_decltype(stmt, i)));
+        if (!declared[i]) declared[i] = fieldTypeOfKind(kinds, i);
     }
     int rc;
     while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
@@ -234,26 +242,28 @@ void SqliteConnection::forgetStaleTranslations() {
     schemaVersions_ = versions;
 }
 
-QString SqliteConnection::translate(const QString& tsql) {
+dialect::SqliteTranslation SqliteConnection::translateTyped(const QString& tsql) {
     forgetStaleTranslations();
-    if (const QString* cached = translations_.object(tsql)) return *cached;
-    QString text;
     try {
-        text = dialect::translateToSqlite(tsql, catalog_);
+        return translations_.translateTyped(tsql, catalog_);
     } catch (const dialect::SqlError& e) {
         throw DatabaseError(QString::fromUtf8(e.what()));
     }
-    translations_.insert(tsql, new QString(text));
-    return text;
 }
+
+QString SqliteConnection::translate(const QString& tsql) { return translateTyped(tsql).sql; }
 
 TextOutcome SqliteConnection::run(const QString& sql) {
     TextOutcome outcome;
-    runStatements(translate(sql).toUtf8(), outcome);
+    const dialect::SqliteTranslation translation = translateTyped(sql);
+    runStatements(translation.sql.toUtf8(), outcome, translation.resultKinds);
     return outcome;
 }
 
-void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcome) {
+// lastResultKinds types the computed columns of the text's last statement (a sum of money
+// is money), as the T-SQL made them.
+void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcome,
+                                     const std::vector<dialect::ColumnKind>& lastResultKinds) {
     const char* next = text.constData();
     const char* const end = next + text.size();
     bool first = true;
@@ -277,7 +287,8 @@ void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcom
 
             const qint64 totalBefore = sqlite3_total_changes64(db_);
             if (returnsRows) {
-                outcome.rows = readRows(db_, s);
+                const bool last = QByteArray(next, int(end - next)).trimmed().isEmpty();
+                outcome.rows = readRows(db_, s, last ? &lastResultKinds : nullptr);
             } else if (sqlite3_step(s) != SQLITE_DONE) {
                 throw sqliteError(db_);
             }

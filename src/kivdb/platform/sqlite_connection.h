@@ -5,7 +5,6 @@
 #include "platform/connection.h"
 #include "platform/connection_support.h"
 
-#include <QCache>
 
 struct sqlite3;
 
@@ -39,15 +38,16 @@ protected:
 
 private:
     TextOutcome run(const QString& sql);
-    void runStatements(const QByteArray& text, TextOutcome& outcome);
+    dialect::SqliteTranslation translateTyped(const QString& tsql);
+    void runStatements(const QByteArray& text, TextOutcome& outcome,
+                       const std::vector<dialect::ColumnKind>& lastResultKinds = {});
     void forgetStaleTranslations();
     void execControl(const char* sql);
 
     sqlite3* db_;
     dialect::SqliteCatalog catalog_;
-    // T-SQL text -> SQLite text, for the current schema. Bounded: statements carry their
-    // values in the text, so most are seen once.
-    QCache<QString, QString> translations_{2000};
+    // T-SQL text -> SQLite text, for the current schema.
+    dialect::TranslationCache translations_;
     qint64 schemaVersions_ = -1;            // main and temp schema versions the cache was built on
 };
 

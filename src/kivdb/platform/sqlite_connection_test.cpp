@@ -41,6 +41,11 @@ TEST_F(SqliteConnectionTest, ExpressionColumnsTakeTheirTypeFromTheFirstValue) {
         // The first value is null; the first non-null one decides.
         {"case when code = 'A-01' then null else 7 end", FieldType::Integer, Value()},
         {"null", FieldType::String, Value()},
+        // The T-SQL types of computed columns: arithmetic on money stays money, a date
+        // conversion is a date, an isnull over a decimal stays decimal.
+        {"amount * 2", FieldType::Currency, Value()},
+        {"isnull(price, 0)", FieldType::Bcd, 0.0},
+        {"convert(datetime, '2006-03-31')", FieldType::DateTime, QDateTime(QDate(2006, 3, 31), QTime(0, 0))},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.expression);
