@@ -44,14 +44,23 @@ QString rewriteOuterJoins(const QString& tsql, const Catalog& catalog) {
 QStringList splitBatches(const QString& script) {
     static const QRegularExpression separator(QStringLiteral("^\\s*go\\s*$"),
                                               QRegularExpression::CaseInsensitiveOption);
+    // A batch of blanks and "--" comments alone has nothing to run.
+    auto onlyComments = [](const QStringList& lines) {
+        for (const QString& line : lines) {
+            const QString t = line.trimmed();
+            if (!t.isEmpty() && !t.startsWith(QLatin1String("--"))) return false;
+        }
+        return true;
+    };
     QStringList batches;
     QStringList current;
     auto flush = [&]() {
-        const QString batch = current.join(QLatin1Char('\n'));
-        if (!batch.trimmed().isEmpty()) batches << batch;
+        if (!onlyComments(current)) batches << current.join(QLatin1Char('\n'));
         current.clear();
     };
-    for (const QString& line : script.split(QLatin1Char('\n'))) {
+    QString text = script;
+    text.remove(QLatin1Char('\r'));  // scripts saved with Windows line ends
+    for (const QString& line : text.split(QLatin1Char('\n'))) {
         if (separator.match(line).hasMatch()) flush();
         else current << line;
     }

@@ -60,8 +60,9 @@ QString rewriteOuterJoins(const QString& tsql, const Catalog& catalog);
 // Registers the runtime functions and collations the translated text relies on.
 void registerRuntime(sqlite3* db);
 
-// The batches of a T-SQL script: a line holding only "go" (any case, blanks around it)
-// separates them; batches with nothing but blanks are dropped.
+// The batches of a T-SQL script, as the server's command-line tools send them: a line
+// holding only "go" (any case, blanks around it) separates them; batches of nothing but
+// blanks and "--" comments are dropped.
 QStringList splitBatches(const QString& script);
 
 // Translations by statement text, so a statement that repeats is parsed once. Clear it

@@ -540,11 +540,31 @@ TEST(TsqlSyntax, MessagesUseTheServersWording) {
 }
 
 TEST(TsqlBatches, GoLinesSeparateBatches) {
-    const QString script = "create table a (x int)\nGO\n  go  \ninsert into a values (1)\n-- go\nselect 'go'\ngo";
-    EXPECT_EQ(splitBatches(script),
-              (QStringList{"create table a (x int)", "insert into a values (1)\n-- go\nselect 'go'"}));
-    EXPECT_EQ(splitBatches("go\n\ngo\n"), QStringList{});
-    EXPECT_EQ(splitBatches("select 1 -- no separator at the end"), QStringList{"select 1 -- no separator at the end"});
+    struct Case {
+        const char* name;
+        QString script;
+        QStringList batches;
+    };
+    const std::vector<Case> cases = {
+        {"one statement, no separator", "create table a (x int)", {"create table a (x int)"}},
+        {"separator in any case and with blanks",
+         "create table a (x int)\n  GO \ncreate table b (y int)\ngo\n",
+         {"create table a (x int)", "create table b (y int)"}},
+        {"go inside a line does not separate", "select 'go' as go\ngo", {"select 'go' as go"}},
+        {"a word starting with go does not separate",
+         "create table a (x int)\ngoto\ngo",
+         {"create table a (x int)\ngoto"}},
+        {"blank and comment-only batches are left out",
+         "-- header\n\ngo\ncreate table a (x int)\ngo\n\ngo\n",
+         {"create table a (x int)"}},
+        {"a go behind a comment marker does not separate",
+         "insert into a values (1)\n-- go\nselect 'go'\ngo", {"insert into a values (1)\n-- go\nselect 'go'"}},
+        {"only separators", "go\n\ngo\n", {}},
+        {"comments stay with their statement",
+         "-- parts\ncreate table a (x int)\r\ngo\r\n",
+         {"-- parts\ncreate table a (x int)"}},
+    };
+    for (const Case& c : cases) EXPECT_EQ(splitBatches(c.script), c.batches) << c.name;
 }
 
 TEST(TsqlCache, RepeatedStatementIsTranslatedOnce) {

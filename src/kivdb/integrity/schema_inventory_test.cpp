@@ -98,31 +98,6 @@ std::vector<InventoryColumn> inventory() {
 
 // ------------------------------------------------------------------ script handling
 
-TEST(SchemaScripts, BatchesEndAtLinesHoldingOnlyGo) {
-    struct Case {
-        const char* name;
-        QString script;
-        QStringList batches;
-    };
-    const std::vector<Case> cases = {
-        {"one statement, no separator", "create table a (x int)", {"create table a (x int)"}},
-        {"separator in any case and with blanks",
-         "create table a (x int)\n  GO \ncreate table b (y int)\ngo\n",
-         {"create table a (x int)", "create table b (y int)"}},
-        {"go inside a line does not separate", "select 'go' as go\ngo", {"select 'go' as go"}},
-        {"a word starting with go does not separate",
-         "create table a (x int)\ngoto\ngo",
-         {"create table a (x int)\ngoto"}},
-        {"blank and comment-only batches are left out",
-         "-- header\n\ngo\ncreate table a (x int)\ngo\n\ngo\n",
-         {"create table a (x int)"}},
-        {"comments stay with their statement",
-         "-- parts\ncreate table a (x int)\r\ngo\r\n",
-         {"-- parts\ncreate table a (x int)"}},
-    };
-    for (const Case& c : cases) EXPECT_EQ(splitScriptBatches(c.script), c.batches) << c.name;
-}
-
 // A schema directory of the test's own, removed afterwards.
 class ScriptDir {
 public:
@@ -416,7 +391,7 @@ QHash<QString, std::vector<Parameter>> declaredProcedures(const QStringList& bat
 QStringList procedureBatches() {
     QFile file(schemaDir() + QStringLiteral("/mssql/procedures.sql"));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return splitScriptBatches(QString::fromUtf8(file.readAll()));
+    return dialect::splitBatches(QString::fromUtf8(file.readAll()));
 }
 
 TEST(ServerProcedures, TakeTheParametersTheLibraryPasses) {

@@ -21,14 +21,6 @@ QString readText(const QString& path) {
     return QString::fromUtf8(file.readAll());
 }
 
-bool isOnlyComments(const QString& batch) {
-    for (const QString& line : batch.split(QLatin1Char('\n'))) {
-        const QString t = line.trimmed();
-        if (!t.isEmpty() && !t.startsWith(QLatin1String("--"))) return false;
-    }
-    return true;
-}
-
 void exec(sqlite3* db, const QString& sql) {
     char* message = nullptr;
     if (sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &message) != SQLITE_OK) {
@@ -62,35 +54,13 @@ QStringList tableScripts(const QString& schemaDir) {
     return scripts;
 }
 
-QStringList splitScriptBatches(const QString& script) {
-    static const QRegularExpression separator(QStringLiteral("^\\s*go\\s*$"),
-                                              QRegularExpression::CaseInsensitiveOption);
-    QStringList batches;
-    QStringList current;
-    auto flush = [&] {
-        const QString batch = current.join(QLatin1Char('\n'));
-        if (!isOnlyComments(batch)) batches << batch;
-        current.clear();
-    };
-    QString text = script;
-    text.remove(QLatin1Char('\r'));
-    for (const QString& line : text.split(QLatin1Char('\n'))) {
-        if (separator.match(line).hasMatch())
-            flush();
-        else
-            current << line;
-    }
-    flush();
-    return batches;
-}
-
 std::vector<SchemaBatch> schemaBatches(const QString& schemaDir) {
     const QStringList scripts = tableScripts(schemaDir);
     if (scripts.isEmpty())
         throw SchemaError(QStringLiteral("no table scripts under %1/mssql").arg(schemaDir).toStdString());
     std::vector<SchemaBatch> batches;
     for (const QString& path : scripts)
-        for (const QString& batch : splitScriptBatches(readText(path)))
+        for (const QString& batch : dialect::splitBatches(readText(path)))
             batches.push_back({batch, QFileInfo(path).fileName() + QStringLiteral(": ") + firstLines(batch)});
     return batches;
 }

@@ -24,11 +24,6 @@ QString defaultSchemaDirectory();
 // engine implements those procedures itself.
 QStringList tableScripts(const QString& schemaDir);
 
-// Cuts a script into batches at lines holding only "go" (any case, blanks around it),
-// as the server's command-line tools do. Batches that are blank or only "--" comments
-// are left out.
-QStringList splitScriptBatches(const QString& script);
-
 // One batch of a table script, with where it comes from for messages ("02_po.sql:
 // create table Po_Order (").
 struct SchemaBatch {
