@@ -25,7 +25,10 @@ bench: build
 fuzz: setup
 	@cmake -S . -B $(BUILD)-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_C_COMPILER=clang -DKIVDB_FUZZ=ON >/dev/null
 	@cmake --build $(BUILD)-fuzz -j $(JOBS) --target tsql_parse_fuzz
-	@$(BUILD)-fuzz/src/tsql_parse_fuzz -max_total_time=$${FUZZ_SECONDS:-30} -max_len=4096 src/kivdb/dialect/fuzz_corpus 2>&1 | tail -n 5
+	@mkdir -p $(BUILD)-fuzz/corpus
+	@# New inputs go to the build's corpus; the seeds in the source tree stay as they are.
+	@$(BUILD)-fuzz/src/tsql_parse_fuzz -max_total_time=$${FUZZ_SECONDS:-30} -max_len=4096 \
+		$(BUILD)-fuzz/corpus src/kivdb/dialect/fuzz_corpus 2>&1 | tail -n 3
 
 clean:
 	rm -rf $(BUILD) $(BUILD)-fuzz
