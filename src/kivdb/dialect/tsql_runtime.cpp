@@ -551,13 +551,12 @@ void tsqlDateAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
 }
 
 // A date as a datetime column stores it: yyyy-mm-dd, or with the time when it has one.
-// Text that is no date is kept as written (the server would refuse it): what reads such
-// a column must cope with it anyway, since other programs may write the file.
+// Text that is no date is refused, as the server refuses it.
 void tsqlStoreDate(sqlite3_context* ctx, int, sqlite3_value** argv) {
     if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
     bool hadTime = false;
     const auto dt = dateArg(argv[0], &hadTime);
-    if (!dt) return sqlite3_result_value(ctx, argv[0]);
+    if (!dt) return resultError(ctx, QString::fromLatin1(kDateConversionFailed));
     if (!hadTime) return resultText(ctx, dt->date().toString(QStringLiteral("yyyy-MM-dd")));
     resultText(ctx, formatDateTime(*dt));
 }

@@ -66,7 +66,8 @@ TEST_F(SqliteConnectionTest, DateTextsReadAsDatesAndOtherTextIsKept) {
         {"2024-01-02 03:04", QDateTime(QDate(2024, 1, 2), QTime(3, 4))},
         {"2024-01-02 03:04:05.5", QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 500))},
         {"2024-01-02T03:04:05.1239", QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 123))},
-        // Not dates: handed on as the text they are, never as a made-up date.
+        // Not dates, as another program may have written them into the file: handed on as
+        // the text they are, never as a made-up date.
         {"2024-02-30", QStringLiteral("2024-02-30")},
         {"2024-01-02 24:00:00", QStringLiteral("2024-01-02 24:00:00")},
         {"soon", QStringLiteral("soon")},
@@ -74,8 +75,22 @@ TEST_F(SqliteConnectionTest, DateTextsReadAsDatesAndOtherTextIsKept) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.stored);
         conn_->execute("delete from note");
-        conn_->execute(QStringLiteral("insert into note (code, made) values ('D', '%1')").arg(QLatin1String(c.stored)));
+        // Written past the dialect, which refuses a text that is no date.
+        const QByteArray raw = QStringLiteral("insert into note (code, made) values ('D', '%1')")
+                                   .arg(QLatin1String(c.stored)).toUtf8();
+        ASSERT_EQ(sqlite3_exec(conn_->handle(), raw.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
         EXPECT_EQ(conn_->query("select made from note").rows[0][0], c.expected);
+    }
+}
+
+TEST_F(SqliteConnectionTest, TextThatIsNoDateIsRefusedForADateColumn) {
+    for (const char* text : {"2024-02-30", "soon"}) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(databaseErrorOf([&] {
+                      conn_->execute(QStringLiteral("insert into note (code, made) values ('E', '%1')").arg(QLatin1String(text)));
+                  }),
+                  "Conversion failed when converting date and/or time from character string.");
+        EXPECT_EQ(noteCount(), 0);
     }
 }
 
