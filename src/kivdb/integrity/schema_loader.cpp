@@ -43,7 +43,8 @@ QString firstLines(const QString& batch) {
 
 }  // namespace
 
-QString defaultSchemaDirectory() { return QStringLiteral(KIVDB_SOURCE_DIR "/schema"); }
+// The scripts the library was built with, carried inside it.
+QString defaultSchemaDirectory() { return QStringLiteral(":/schema"); }
 
 QStringList tableScripts(const QString& schemaDir) {
     QDir dir(schemaDir + QStringLiteral("/mssql"));

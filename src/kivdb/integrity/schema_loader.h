@@ -16,7 +16,7 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// schema/ of the source tree.
+// The schema/ tree the library was built with, carried as resources (":/schema").
 QString defaultSchemaDirectory();
 
 // The table scripts under schemaDir/mssql, in the order they are run (by file name).
