@@ -1,5 +1,6 @@
 #include "cli/call_table.h"
 
+#include "platform/kivfunc.h"
 #include "platform/oledate.h"
 
 #include <QJsonArray>
@@ -53,9 +54,9 @@ QVariant readArgument(const Param& p, const QString& text) {
         badArgument(p, text, "true or false");
     case ArgType::Date: {
         if (text == QLatin1String("0")) return 0.0;
-        for (const char* format : {"yyyy-MM-dd", "yyyy-MM-dd HH:mm:ss"}) {
-            const QDateTime dt = QDateTime::fromString(text, QLatin1String(format));
-            if (dt.isValid()) return toOleDate(dt);
+        try {
+            if (!text.trimmed().isEmpty()) return kivfunc::GetDateFromString(text);
+        } catch (const DateConversionError&) {
         }
         badArgument(p, text, "a date (yyyy-mm-dd)");
     }

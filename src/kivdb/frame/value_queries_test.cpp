@@ -79,6 +79,8 @@ TEST(SingleValueQueries, AnswerTheFirstFieldOrTheDefault) {
         {"Date", "select Made from T where Code = 'C'", "2006-04-01 08:30"},
         {"Date", "select Made from T where Code = 'B'", "0"},
         {"Date", "select Max(N) from Empty", "0"},
+        {"Date", "select '2006-04-01 08:30'", "2006-04-01 08:30"},  // date text read as a date
+        {"Date", "select '20060331'", "2006-03-31 00:00"},
         {"Variant", "select Qty from T where Code = 'A'", "7"},
         {"Variant", "select Name from T where Code = 'B'", "null"},
         {"Variant", "select Name from T where Code = 'Z'", "null"},
@@ -93,6 +95,7 @@ TEST(SingleValueQueries, ErrorsReachTheCallerAndLeaveNoStatementOpen) {
     sqlite3* db = static_cast<SqliteConnection&>(*conn).handle();
     const std::function<void()> failing[] = {
         [&] { SelTableIntValue(*conn, "select Name from T where Code = 'A'"); },  // not a number
+        [&] { SelTableDateValue(*conn, "select Name from T where Code = 'A'"); },  // not a date
         [&] { SelTableStringValue(*conn, "select Nope from T"); },
         [&] { SelTableStringValue(*conn, "select Code from Missing"); },
         [&] { SelTableStringValue(*conn, ""); },

@@ -1,5 +1,6 @@
 #include "platform/field_values.h"
 
+#include "platform/kivfunc.h"
 #include "platform/oledate.h"
 
 #include <cmath>
@@ -15,16 +16,17 @@ bool isNull(const Value& value) { return !value.isValid() || value.isNull(); }
                          .arg(value.toString(), QLatin1String(target)));
 }
 
-QDateTime dateTimeOf(const Value& value) {
-    if (value.typeId() == QMetaType::QDateTime) return value.toDateTime();
-    if (value.typeId() == QMetaType::QDate) return value.toDate().startOfDay();
-    const QString text = value.toString().trimmed();
-    for (const char* format : {"yyyy-MM-dd HH:mm:ss.zzz", "yyyy-MM-dd HH:mm:ss", "yyyy-MM-dd HH:mm",
-                               "yyyy-MM-dd", "yyyyMMdd"}) {
-        QDateTime parsed = QDateTime::fromString(text, QLatin1String(format));
-        if (parsed.isValid()) return parsed;
+// A date-time or date value, or date text as the suite writes it (read by the utility
+// library's date reader); blank text is no date.
+OleDate dateOf(const Value& value) {
+    if (value.typeId() == QMetaType::QDateTime) return toOleDate(value.toDateTime());
+    if (value.typeId() == QMetaType::QDate) return toOleDate(value.toDate());
+    if (value.toString().trimmed().isEmpty()) cannotConvert(value, "date");
+    try {
+        return kivfunc::GetDateFromString(value.toString());
+    } catch (const DateConversionError&) {
+        cannotConvert(value, "date");
     }
-    cannotConvert(value, "date");
 }
 
 }  // namespace
@@ -54,7 +56,7 @@ double fieldFloat(const Value& value) {
     switch (value.typeId()) {
     case QMetaType::Bool: return value.toBool() ? 1 : 0;
     case QMetaType::QDateTime:
-    case QMetaType::QDate: return toOleDate(dateTimeOf(value));
+    case QMetaType::QDate: return dateOf(value);
     case QMetaType::QString: {
         bool ok = false;
         const double d = value.toString().trimmed().toDouble(&ok);
@@ -88,7 +90,7 @@ OleDate fieldDate(const Value& value) {
     switch (value.typeId()) {
     case QMetaType::QString:
     case QMetaType::QDateTime:
-    case QMetaType::QDate: return toOleDate(dateTimeOf(value));
+    case QMetaType::QDate: return dateOf(value);
     default: return fieldFloat(value);
     }
 }
