@@ -64,8 +64,11 @@ TEST(ProcedureErrorTexts, FixedTextAndTableLookup) {
     EXPECT_EQ(GetSpErrorMsg(-5), "返回存储过程错误信息 -5");
     EXPECT_EQ(GetSpErrorMsg(12), "返回存储过程错误信息 12");
     auto conn = logDatabase();
+    testing::StatementRecorder recorder(*conn);
     EXPECT_EQ(SpErrorInfo(*conn, -5), "库存不足");
     EXPECT_EQ(SpErrorInfo(*conn, 77), "");
+    EXPECT_EQ(recorder.statements(), (QStringList{"select Description from s_SpErrorcode where ErrorCode = -5",
+                                                  "select Description from s_SpErrorcode where ErrorCode = 77"}));
 }
 
 }  // namespace
