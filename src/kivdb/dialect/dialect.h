@@ -26,6 +26,7 @@ struct CatalogColumn {
     QString name;
     ColumnKind kind = ColumnKind::Unknown;
     bool identity = false;  // numbered by the database; left out of inserts without a column list
+    bool national = false;  // nchar, nvarchar, ntext: two bytes a character, trailing blanks kept by like
 };
 
 // What the translator may ask of the database: the columns of a table (temporary ones

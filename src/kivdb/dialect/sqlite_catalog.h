@@ -18,6 +18,8 @@
 namespace kivdb::dialect {
 
 ColumnKind columnKindFromDeclType(const QString& declType);
+// nchar, nvarchar, ntext.
+bool isNationalDeclType(const QString& declType);
 
 class SqliteCatalog : public Catalog {
 public:

@@ -51,39 +51,37 @@ Scope::Resolution Scope::resolve(const QStringList& parts) const {
     Resolution r;
     if (parts.isEmpty()) return r;
     const QString& column = parts.last();
-    auto kindIn = [&](const ScopeTable& t, bool& found) {
-        found = false;
-        if (!t.columns) return ColumnKind::Unknown;
+    auto columnIn = [&](const ScopeTable& t) -> const CatalogColumn* {
+        if (!t.columns) return nullptr;
         for (const auto& c : *t.columns)
-            if (c.name.compare(column, Qt::CaseInsensitive) == 0) {
-                found = true;
-                return c.kind;
-            }
-        return ColumnKind::Unknown;
+            if (c.name.compare(column, Qt::CaseInsensitive) == 0) return &c;
+        return nullptr;
+    };
+    auto take = [&](const CatalogColumn* c) {
+        r.kind = c ? c->kind : ColumnKind::Unknown;
+        r.national = c && c->national;
     };
     if (parts.size() >= 2) {
         const QString& qualifier = parts[parts.size() - 2];
         for (int i = 0; i < int(tables_.size()); ++i) {
             if (tables_[i].exposed.compare(qualifier, Qt::CaseInsensitive) != 0) continue;
-            bool found = false;
             r.scope = this;
             r.tableIndex = i;
-            r.kind = kindIn(tables_[i], found);
+            take(columnIn(tables_[i]));
             return r;
         }
         return parent_ ? parent_->resolve(parts) : r;
     }
     for (int i = 0; i < int(tables_.size()); ++i) {
-        bool found = false;
-        const ColumnKind kind = kindIn(tables_[i], found);
-        if (!found) continue;
+        const CatalogColumn* c = columnIn(tables_[i]);
+        if (!c) continue;
         if (r.scope) {
             r.ambiguous = true;
             return r;
         }
         r.scope = this;
         r.tableIndex = i;
-        r.kind = kind;
+        take(c);
     }
     if (r.scope || !fullyKnown()) return r;
     return parent_ ? parent_->resolve(parts) : r;

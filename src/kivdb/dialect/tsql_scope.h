@@ -25,6 +25,7 @@ public:
         const Scope* scope = nullptr;  // the level the name belongs to; null when unresolved
         int tableIndex = -1;
         ColumnKind kind = ColumnKind::Unknown;
+        bool national = false;
         bool ambiguous = false;
     };
     // parts: {"x"} or {"a", "x"} (longer names use their last two parts).
