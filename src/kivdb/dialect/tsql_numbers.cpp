@@ -1,0 +1,455 @@
+#include "dialect/tsql_numbers.h"
+
+#include <QByteArray>
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <sqlite3.h>
+#include <string>
+
+namespace kivdb::dialect {
+
+using Int128 = __int128;
+
+namespace {
+
+constexpr int kMaxPrecision = 38;
+
+Int128 pow10(int n) {
+    Int128 p = 1;
+    for (int i = 0; i < n; ++i) p *= 10;
+    return p;
+}
+
+Int128 abs128(Int128 v) { return v < 0 ? -v : v; }
+
+// Removes trailing zeros, so mantissas stay small through the arithmetic.
+Decimal normalized(Decimal d) {
+    if (d.mantissa == 0) return {0, 0};
+    while (d.mantissa % 10 == 0) {
+        d.mantissa /= 10;
+        --d.scale;
+    }
+    return d;
+}
+
+enum class Rounding { HalfAwayFromZero, TowardZero };
+
+// The value with `scale` digits after the point; false when the mantissa would overflow.
+bool rescale(Decimal& d, int scale, Rounding rounding) {
+    if (scale >= d.scale) {
+        const int up = scale - d.scale;
+        if (d.mantissa != 0) {
+            if (up > kMaxPrecision) return false;
+            if (__builtin_mul_overflow(d.mantissa, pow10(up), &d.mantissa)) return false;
+        }
+        d.scale = scale;
+        return true;
+    }
+    const int down = d.scale - scale;
+    d.scale = scale;
+    if (down > kMaxPrecision) {  // every digit is below the last one kept: |value| < 0.5 of it
+        d.mantissa = 0;
+        return true;
+    }
+    const Int128 divisor = pow10(down);
+    const bool negative = d.mantissa < 0;
+    const Int128 r = abs128(d.mantissa % divisor);
+    d.mantissa /= divisor;
+    if (rounding == Rounding::HalfAwayFromZero && r >= divisor - r) d.mantissa += negative ? -1 : 1;
+    return true;
+}
+
+std::string digitsOf(Int128 m) {
+    char buf[48];
+    char* p = buf + sizeof buf;
+    const bool negative = m < 0;
+    m = abs128(m);
+    do {
+        *--p = char('0' + int(m % 10));
+        m /= 10;
+    } while (m != 0);
+    if (negative) *--p = '-';
+    return std::string(p, buf + sizeof buf);
+}
+
+double toDouble(const Decimal& d) {
+    constexpr Int128 exactLimit = Int128(1) << 53;
+    static const double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                    1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    // Both operands exact, one correctly rounded operation: the nearest double.
+    if (abs128(d.mantissa) < exactLimit && d.scale >= -22 && d.scale <= 22)
+        return d.scale >= 0 ? double(d.mantissa) / powers[d.scale] : double(d.mantissa) * powers[-d.scale];
+    const std::string text = digitsOf(d.mantissa) + 'e' + std::to_string(-d.scale);
+    double value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return value;
+}
+
+}  // namespace
+
+std::optional<Decimal> decimalOfText(std::string_view s) {
+    size_t i = 0, n = s.size();
+    while (i < n && s[i] == ' ') ++i;
+    while (n > i && s[n - 1] == ' ') --n;
+    bool negative = false;
+    if (i < n && (s[i] == '+' || s[i] == '-')) negative = s[i++] == '-';
+    Decimal d;
+    int significant = 0, digits = 0;
+    bool point = false;
+    for (; i < n; ++i) {
+        const char c = s[i];
+        if (c == '.' && !point) {
+            point = true;
+            continue;
+        }
+        if (c < '0' || c > '9') break;
+        ++digits;
+        if (significant == 0 && c == '0') {
+            if (point) ++d.scale;
+            continue;
+        }
+        if (significant < kMaxPrecision) {  // digits past the 38th are dropped
+            d.mantissa = d.mantissa * 10 + (c - '0');
+            ++significant;
+            if (point) ++d.scale;
+        } else if (!point) {
+            --d.scale;
+        }
+    }
+    if (digits == 0) return std::nullopt;
+    if (i < n && (s[i] == 'e' || s[i] == 'E')) {
+        int exponent = 0;
+        const auto r = std::from_chars(s.data() + i + 1 + (i + 1 < n && s[i + 1] == '+'), s.data() + n, exponent);
+        if (r.ec != std::errc() || r.ptr != s.data() + n) return std::nullopt;
+        d.scale -= exponent;
+    } else if (i != n) {
+        return std::nullopt;
+    }
+    if (negative) d.mantissa = -d.mantissa;
+    return normalized(d);
+}
+
+std::optional<Decimal> decimalOfDouble(double value) {
+    if (!std::isfinite(value)) return std::nullopt;
+    char buf[32];
+    const auto r = std::to_chars(buf, buf + sizeof buf, value);
+    return decimalOfText(std::string_view(buf, size_t(r.ptr - buf)));
+}
+
+QString decimalText(double value, int scale) {
+    auto d = decimalOfDouble(value);
+    if (!d || !rescale(*d, scale, Rounding::HalfAwayFromZero)) return QString::number(value, 'g', 17);
+    std::string digits = digitsOf(abs128(d->mantissa));
+    if (scale > 0) {
+        if (int(digits.size()) <= scale) digits.insert(0, size_t(scale - int(digits.size()) + 1), '0');
+        digits.insert(digits.size() - size_t(scale), 1, '.');
+    }
+    return QString::fromLatin1((d->mantissa < 0 ? "-" : "") + digits);
+}
+
+namespace {
+
+// ---- the server's exact types
+
+struct ExactType {
+    QByteArray name;  // tinyint, smallint, int, bigint, money, smallmoney or numeric
+    int precision = kMaxPrecision;
+    int scale = 0;
+
+    bool isInteger() const { return name.endsWith("int"); }
+    bool isMoney() const { return name.endsWith("money"); }
+    // The largest mantissa at the type's scale.
+    Int128 limit() const {
+        if (name == "tinyint") return 255;
+        if (name == "smallint") return 32767;
+        if (name == "int") return 2147483647;
+        if (name == "bigint" || name == "money") return Int128(9223372036854775807LL);
+        if (name == "smallmoney") return 2147483647;
+        return pow10(precision) - 1;
+    }
+    Int128 lowest() const {
+        if (name == "tinyint") return 0;
+        if (name == "bigint" || name == "money") return -limit() - 1;
+        if (name == "int" || name == "smallmoney") return -limit() - 1;
+        return -limit();
+    }
+    bool holds(const Decimal& d) const { return d.scale == scale && d.mantissa <= limit() && d.mantissa >= lowest(); }
+};
+
+QByteArray byteArg(sqlite3_value* v) {
+    return QByteArray(reinterpret_cast<const char*>(sqlite3_value_text(v)), sqlite3_value_bytes(v));
+}
+
+ExactType typeArgs(sqlite3_value** argv) {
+    ExactType t{byteArg(argv[0]), sqlite3_value_int(argv[1]), sqlite3_value_int(argv[2])};
+    if (t.precision <= 0 || t.precision > kMaxPrecision) t.precision = kMaxPrecision;
+    if (t.isInteger()) t.scale = 0;
+    if (t.isMoney()) t.scale = 4;
+    return t;
+}
+
+void resultError(sqlite3_context* ctx, const QString& message) {
+    const QByteArray utf8 = message.toUtf8();
+    sqlite3_result_error(ctx, utf8.constData(), int(utf8.size()));
+}
+
+QString overflowMessage(const ExactType& t) {
+    return QStringLiteral("Arithmetic overflow error converting expression to data type %1.")
+        .arg(QString::fromLatin1(t.name));
+}
+
+// The exact value of an operand: integers and doubles as they are, text as written.
+std::optional<Decimal> operandValue(sqlite3_value* v) {
+    switch (sqlite3_value_type(v)) {
+    case SQLITE_INTEGER: return normalized({sqlite3_value_int64(v), 0});
+    case SQLITE_FLOAT: return decimalOfDouble(sqlite3_value_double(v));
+    default: {
+        const QByteArray text = byteArg(v);
+        return decimalOfText(std::string_view(text.constData(), size_t(text.size())));
+    }
+    }
+}
+
+// Sets the value of type t as the result, or the overflow error; integers as integers.
+void resultExact(sqlite3_context* ctx, Decimal d, const ExactType& t, Rounding rounding, const QString& overflow) {
+    if (!rescale(d, t.scale, rounding) || !t.holds(d)) return resultError(ctx, overflow);
+    if (t.isInteger()) return sqlite3_result_int64(ctx, qint64(d.mantissa));
+    sqlite3_result_double(ctx, toDouble(d));
+}
+
+// a / b with `scale` digits after the point; false when the quotient overflows.
+bool divide(const Decimal& a, const Decimal& b, int scale, Rounding rounding, Decimal& out) {
+    // quotient mantissa = ma / mb × 10^e
+    const int e = scale - a.scale + b.scale;
+    const bool negative = (a.mantissa < 0) != (b.mantissa < 0);
+    Int128 num = abs128(a.mantissa), den = abs128(b.mantissa);
+    Int128 q = 0, r = 0;
+    if (e >= 0) {
+        q = num / den;
+        r = num % den;
+        for (int i = 0; i < e; ++i) {
+            Int128 r10 = 0;
+            if (__builtin_mul_overflow(r, 10, &r10) || __builtin_mul_overflow(q, 10, &q)) return false;
+            q += r10 / den;
+            r = r10 % den;
+        }
+    } else {
+        if (-e > kMaxPrecision || __builtin_mul_overflow(den, pow10(-e), &den)) {
+            q = 0;
+            r = 0;  // far below the last digit kept
+        } else {
+            q = num / den;
+            r = num % den;
+        }
+    }
+    if (rounding == Rounding::HalfAwayFromZero && r != 0 && r >= den - r) ++q;
+    out = {negative ? -q : q, scale};
+    return true;
+}
+
+// ---- tsql_arith(op, a, b, type, precision, scale): a op b in the result type the
+// translation worked out from the operands' types; the server's overflow and divide errors.
+void tsqlArith(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[1]) == SQLITE_NULL || sqlite3_value_type(argv[2]) == SQLITE_NULL)
+        return sqlite3_result_null(ctx);
+    const char op = *reinterpret_cast<const char*>(sqlite3_value_text(argv[0]));
+    const ExactType type = typeArgs(argv + 3);
+    if (type.isInteger() && sqlite3_value_type(argv[1]) == SQLITE_INTEGER && sqlite3_value_type(argv[2]) == SQLITE_INTEGER) {
+        const qint64 a = sqlite3_value_int64(argv[1]), b = sqlite3_value_int64(argv[2]);
+        qint64 r = 0;
+        const bool overflow = op == '+'   ? __builtin_add_overflow(a, b, &r)
+                              : op == '-' ? __builtin_sub_overflow(a, b, &r)
+                                          : __builtin_mul_overflow(a, b, &r);
+        if (overflow || r > type.limit() || r < type.lowest()) return resultError(ctx, overflowMessage(type));
+        return sqlite3_result_int64(ctx, r);
+    }
+    const auto a = operandValue(argv[1]), b = operandValue(argv[2]);
+    if (!a || !b) return resultError(ctx, QStringLiteral("Error converting data type varchar to numeric."));
+    Decimal r;
+    bool ok = true;
+    switch (op) {
+    case '+':
+    case '-': {
+        Decimal x = *a, y = *b;
+        const int scale = std::max(x.scale, y.scale);
+        ok = rescale(x, scale, Rounding::TowardZero) && rescale(y, scale, Rounding::TowardZero) &&
+             !(op == '+' ? __builtin_add_overflow(x.mantissa, y.mantissa, &r.mantissa)
+                         : __builtin_sub_overflow(x.mantissa, y.mantissa, &r.mantissa));
+        r.scale = scale;
+        break;
+    }
+    case '*':
+        ok = !__builtin_mul_overflow(a->mantissa, b->mantissa, &r.mantissa);
+        r.scale = a->scale + b->scale;
+        break;
+    default:
+        if (b->mantissa == 0) return resultError(ctx, QStringLiteral("Divide by zero error encountered."));
+        // Exact quotients are cut after the scale, money is rounded to it.
+        ok = divide(*a, *b, type.scale, type.isMoney() ? Rounding::HalfAwayFromZero : Rounding::TowardZero, r);
+    }
+    if (!ok) return resultError(ctx, overflowMessage(type));
+    // An integer result of a division truncates; the others round to the result's scale.
+    resultExact(ctx, r, type, type.isInteger() ? Rounding::TowardZero : Rounding::HalfAwayFromZero, overflowMessage(type));
+}
+
+// ---- tsql_cast_num(value, type, precision, scale, source): a value converted to an exact
+// type, as convert/cast and stores into a column convert it; source names the value's
+// type for the server's messages.
+
+bool isIntegerName(const QByteArray& n) { return n == "tinyint" || n == "smallint" || n == "int" || n == "bigint"; }
+
+QString textConversionMessage(const QString& text, const ExactType& t) {
+    if (t.isInteger())
+        return QStringLiteral("Conversion failed when converting the varchar value '%1' to data type %2.")
+            .arg(text, QString::fromLatin1(t.name));
+    if (t.isMoney()) return QStringLiteral("Cannot convert a char value to money. The char value has incorrect syntax.");
+    return QStringLiteral("Error converting data type varchar to numeric.");
+}
+
+void tsqlCastNum(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    sqlite3_value* value = argv[0];
+    const int storage = sqlite3_value_type(value);
+    if (storage == SQLITE_NULL) return sqlite3_result_null(ctx);
+    const ExactType type = typeArgs(argv + 1);
+    const QByteArray source = byteArg(argv[4]);
+    std::optional<Decimal> d;
+    QString text;
+    if (storage == SQLITE_TEXT || storage == SQLITE_BLOB) {
+        text = QString::fromUtf8(byteArg(value));
+        const QByteArray trimmed = text.trimmed().toUtf8();
+        // Blank text is 0; integer types take integer text only, none takes an exponent.
+        if (trimmed.isEmpty()) d = Decimal{};
+        else if (!trimmed.contains('e') && !trimmed.contains('E') && !(type.isInteger() && trimmed.contains('.')))
+            d = decimalOfText(std::string_view(trimmed.constData(), size_t(trimmed.size())));
+        if (!d) return resultError(ctx, textConversionMessage(text, type));
+    } else {
+        d = operandValue(value);
+    }
+    QString overflow;
+    if (!type.isInteger() && !type.isMoney())
+        overflow = QStringLiteral("Arithmetic overflow error converting %1 to data type numeric.")
+                       .arg(QString::fromLatin1(storage == SQLITE_TEXT ? QByteArray("varchar") : source));
+    else if (type.isInteger() && !text.isNull())
+        overflow = QStringLiteral("The conversion of the varchar value '%1' overflowed %2 column.")
+                       .arg(text, (type.name == "int" ? "an " : "a ") + QString::fromLatin1(type.name));
+    else if (storage == SQLITE_INTEGER && isIntegerName(source) && (type.name == "tinyint" || type.name == "smallint"))
+        overflow = QStringLiteral("Arithmetic overflow error for data type %1, value = %2.")
+                       .arg(QString::fromLatin1(type.name))
+                       .arg(sqlite3_value_int64(value));
+    else
+        overflow = overflowMessage(type);
+    if (!d) return resultError(ctx, overflow);  // infinity or not a number
+    // Integers drop the fraction, exact types round to their scale.
+    resultExact(ctx, *d, type, type.isInteger() ? Rounding::TowardZero : Rounding::HalfAwayFromZero, overflow);
+}
+
+// ---- tsql_round(x, length[, function]): x rounded half away from zero at `length` digits
+// after the point (before it when negative), or cut there when function is not 0. An
+// integer stays an integer.
+void tsqlRound(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    for (int i = 0; i < argc; ++i)
+        if (sqlite3_value_type(argv[i]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    const qint64 length = std::clamp<qint64>(sqlite3_value_int64(argv[1]), -1000, 1000);
+    const bool cut = argc > 2 && sqlite3_value_int64(argv[2]) != 0;
+    const bool integer = sqlite3_value_type(argv[0]) == SQLITE_INTEGER;
+    auto d = operandValue(argv[0]);
+    if (!d) return resultError(ctx, QStringLiteral("Error converting data type varchar to float."));
+    if (d->scale <= length) return integer ? sqlite3_result_int64(ctx, sqlite3_value_int64(argv[0])) : sqlite3_result_double(ctx, toDouble(*d));
+    rescale(*d, int(length), cut ? Rounding::TowardZero : Rounding::HalfAwayFromZero);
+    if (length < 0 && !rescale(*d, 0, Rounding::TowardZero))
+        return resultError(ctx, QStringLiteral("Arithmetic overflow error converting expression to data type %1.")
+                                    .arg(integer ? QStringLiteral("int") : QStringLiteral("numeric")));
+    if (integer) {
+        if (d->mantissa > std::numeric_limits<qint64>::max() || d->mantissa < std::numeric_limits<qint64>::min())
+            return resultError(ctx, QStringLiteral("Arithmetic overflow error converting expression to data type bigint."));
+        return sqlite3_result_int64(ctx, qint64(d->mantissa));
+    }
+    sqlite3_result_double(ctx, toDouble(*d));
+}
+
+// tsql_decimal_text(x, scale): the text of an exact value, with its scale's digits.
+void tsqlDecimalText(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    if (sqlite3_value_type(argv[0]) == SQLITE_TEXT) return sqlite3_result_value(ctx, argv[0]);
+    const QByteArray text = decimalText(sqlite3_value_double(argv[0]), sqlite3_value_int(argv[1])).toLatin1();
+    sqlite3_result_text(ctx, text.constData(), int(text.size()), SQLITE_TRANSIENT);
+}
+
+// ---- tsql_sum(x, type, precision, scale) and tsql_avg(...): exact sums of money and
+// decimals in the result type; the average divides as that type divides.
+struct ExactSum {
+    Int128 mantissa;
+    int scale;
+    qint64 count;
+    bool overflow;
+    bool invalid;
+    char type[12];
+    int precision;
+    int resultScale;
+};
+
+// The aggregate's state, aligned for its 128-bit mantissa (the engine aligns to 8 bytes).
+ExactSum* exactSumState(sqlite3_context* ctx, bool create) {
+    auto* raw = static_cast<char*>(sqlite3_aggregate_context(ctx, create ? int(sizeof(ExactSum) + alignof(ExactSum)) : 0));
+    if (!raw) return nullptr;
+    const auto at = (reinterpret_cast<std::uintptr_t>(raw) + alignof(ExactSum) - 1) & ~(std::uintptr_t(alignof(ExactSum)) - 1);
+    return reinterpret_cast<ExactSum*>(at);
+}
+
+void exactSumStep(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return;
+    auto* s = exactSumState(ctx, true);
+    if (!s) return sqlite3_result_error_nomem(ctx);
+    if (s->count == 0) {
+        std::strncpy(s->type, reinterpret_cast<const char*>(sqlite3_value_text(argv[1])), sizeof s->type - 1);
+        s->precision = sqlite3_value_int(argv[2]);
+        s->resultScale = sqlite3_value_int(argv[3]);
+    }
+    ++s->count;
+    const auto d = operandValue(argv[0]);
+    if (!d) {
+        s->invalid = true;
+        return;
+    }
+    Decimal sum{s->mantissa, s->scale}, x = *d;
+    const int scale = std::max(sum.scale, x.scale);
+    if (!rescale(sum, scale, Rounding::TowardZero) || !rescale(x, scale, Rounding::TowardZero) ||
+        __builtin_add_overflow(sum.mantissa, x.mantissa, &sum.mantissa))
+        s->overflow = true;
+    s->mantissa = sum.mantissa;
+    s->scale = scale;
+}
+
+template <bool Average>
+void exactSumFinal(sqlite3_context* ctx) {
+    auto* s = exactSumState(ctx, false);
+    if (!s || s->count == 0) return sqlite3_result_null(ctx);
+    ExactType type{QByteArray(s->type), s->precision, s->resultScale};
+    if (type.isMoney()) type.scale = 4;
+    if (s->invalid) return resultError(ctx, QStringLiteral("Error converting data type varchar to numeric."));
+    Decimal r{s->mantissa, s->scale};
+    if (Average && !s->overflow &&
+        !divide(r, {s->count, 0}, type.scale, type.isMoney() ? Rounding::HalfAwayFromZero : Rounding::TowardZero, r))
+        s->overflow = true;
+    if (s->overflow) return resultError(ctx, overflowMessage(type));
+    resultExact(ctx, r, type, Rounding::HalfAwayFromZero, overflowMessage(type));
+}
+
+}  // namespace
+
+void registerNumberFunctions(sqlite3* db) {
+    const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | SQLITE_DETERMINISTIC;
+    sqlite3_create_function(db, "tsql_arith", 6, flags, nullptr, tsqlArith, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_cast_num", 5, flags, nullptr, tsqlCastNum, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_round", 2, flags, nullptr, tsqlRound, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_round", 3, flags, nullptr, tsqlRound, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_decimal_text", 2, flags, nullptr, tsqlDecimalText, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_sum", 4, flags, nullptr, nullptr, exactSumStep, exactSumFinal<false>);
+    sqlite3_create_function(db, "tsql_avg", 4, flags, nullptr, nullptr, exactSumStep, exactSumFinal<true>);
+}
+
+}  // namespace kivdb::dialect
