@@ -211,6 +211,7 @@ NumericType exactResult(QChar op, ColumnKind kind, NumericType a, NumericType b)
         return capped(std::max(p1 - s1, p2 - s2) + scale + 1, scale);
     }
     if (op == u'*') return capped(p1 + p2 + 1, s1 + s2);
+    if (op == u'%') return capped(std::min(p1 - s1, p2 - s2) + std::max(s1, s2), std::max(s1, s2));
     const int scale = std::max(6, s1 + p2 + 1);
     return capped(p1 - s1 + s2 + scale, scale);
 }
@@ -996,7 +997,7 @@ private:
         const ColumnKind kind = numeric ? promote(ln ? l.kind : r.kind, rn ? r.kind : l.kind) : ColumnKind::Unknown;
         const bool exact = kind == ColumnKind::Integer || kind == ColumnKind::Money || kind == ColumnKind::Decimal;
         static const QStringList exactOperators = {"+", "-", "*", "/"};
-        if (exact && exactOperators.contains(op)) {
+        if ((exact && exactOperators.contains(op)) || (kind == ColumnKind::Decimal && op == QLatin1String("%"))) {
             // A text operand takes the type of the other.
             const NumericType result = exactResult(op.front(), kind, digitsOf(ln ? l : r), digitsOf(rn ? r : l));
             if (kind == ColumnKind::Integer && op == QLatin1String("/"))

@@ -251,7 +251,7 @@ bool divide(const Decimal& a, const Decimal& b, int scale, Rounding rounding, De
     return true;
 }
 
-// ---- tsql_arith(op, a, b, type, precision, scale): a op b in the result type the
+// ---- tsql_arith(op, a, b, type, precision, scale): a op b (+ - * / %) in the result type the
 // translation worked out from the operands' types; the server's overflow and divide errors.
 void tsqlArith(sqlite3_context* ctx, int, sqlite3_value** argv) {
     if (sqlite3_value_type(argv[1]) == SQLITE_NULL || sqlite3_value_type(argv[2]) == SQLITE_NULL)
@@ -286,6 +286,14 @@ void tsqlArith(sqlite3_context* ctx, int, sqlite3_value** argv) {
         ok = !__builtin_mul_overflow(a->mantissa, b->mantissa, &r.mantissa);
         r.scale = a->scale + b->scale;
         break;
+    case '%': {
+        if (b->mantissa == 0) return resultError(ctx, QStringLiteral("Divide by zero error encountered."));
+        Decimal x = *a, y = *b;
+        r.scale = std::max(x.scale, y.scale);
+        ok = rescale(x, r.scale, Rounding::TowardZero) && rescale(y, r.scale, Rounding::TowardZero);
+        if (ok) r.mantissa = x.mantissa % y.mantissa;  // the sign of the dividend, as the server's
+        break;
+    }
     default:
         if (b->mantissa == 0) return resultError(ctx, QStringLiteral("Divide by zero error encountered."));
         // Exact quotients are cut after the scale, money is rounded to it.

@@ -61,6 +61,7 @@ INSTANTIATE_TEST_SUITE_P(
         NumberCase{"DivisionScale", "select 10/3.0, 2/3.0, 1.0/3", "3.333333|0.666666|0.333333333333"},
         NumberCase{"MoneyDivisionRounds", "select Amount / 7, Amount * Amount from Acct", "0.0429|0.09"},
         NumberCase{"IntegerDivisionTruncates", "select 7 / 2, -7 / 2", "3|-3"},
+        NumberCase{"DecimalModulo", "select 0.3 % 0.1, -7.5 % 2", "0|-1.5"},
         NumberCase{"InsertSelectRounds",
                    "insert into Acct (id, Amount) select 3, Qty / 7 from Acct where id = 1 "
                    "select Amount from Acct where id = 3",
