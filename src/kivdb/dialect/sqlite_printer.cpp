@@ -505,12 +505,13 @@ private:
     // column's scale and kept within its precision.
     QString storedValue(const Expr& e, const Scope& scope, const CatalogColumn& target) {
         Typed t = expr(e, scope);
-        if (isNumeric(target.kind) && t.kind == ColumnKind::Text) t.sql = toNumber(t, target.kind);
         if (target.kind == ColumnKind::Integer || target.kind == ColumnKind::Money || target.kind == ColumnKind::Decimal) {
+            // Text too is converted by the runtime, with the server's messages.
             const NumericType to = digitsOf(target.kind, target.numeric);
             if (t.kind != ColumnKind::Text && storesUnchanged(t, target.kind, to)) return t.sql;
             return QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(t.sql, exactTypeArgs(target.kind, to), sourceTypeName(t));
         }
+        if (isNumeric(target.kind) && t.kind == ColumnKind::Text) t.sql = toNumber(t, target.kind);
         // Dates are stored in one of the two date forms, whatever form the text was in.
         // A number is days since 1900-01-01, the server's zero date.
         if (target.kind == ColumnKind::DateTime && (t.kind == ColumnKind::Text || isNumeric(t.kind)))
@@ -1125,6 +1126,11 @@ private:
             // The server's average of integers is an integer.
             if (name == QLatin1String("avg") && kind == ColumnKind::Integer) out = QStringLiteral("CAST(%1 AS INTEGER)").arg(out);
             const bool total = name == QLatin1String("sum") || name == QLatin1String("avg");
+            // A sum of integers is an int (a bigint of bigints) and overflows as one.
+            if (name == QLatin1String("sum") && kind == ColumnKind::Integer && !e.distinct) {
+                const NumericType result{digitsOf(args[0]).precision == 19 ? 19 : 10, 0};
+                return {QStringLiteral("tsql_sum(%1, %2)").arg(arg, exactTypeArgs(kind, result)), kind, result};
+            }
             if (total && (kind == ColumnKind::Money || kind == ColumnKind::Decimal)) {
                 // Sums of money are money; of decimal(p, s) decimal(38, s), their averages at
                 // least six decimals. Exact aggregates take one argument when distinct, so

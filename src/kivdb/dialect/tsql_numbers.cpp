@@ -258,7 +258,8 @@ void tsqlArith(sqlite3_context* ctx, int, sqlite3_value** argv) {
         return sqlite3_result_null(ctx);
     const char op = *reinterpret_cast<const char*>(sqlite3_value_text(argv[0]));
     const ExactType type = typeArgs(argv + 3);
-    if (type.isInteger() && sqlite3_value_type(argv[1]) == SQLITE_INTEGER && sqlite3_value_type(argv[2]) == SQLITE_INTEGER) {
+    if (type.isInteger() && op != '/' && op != '%' && sqlite3_value_type(argv[1]) == SQLITE_INTEGER &&
+        sqlite3_value_type(argv[2]) == SQLITE_INTEGER) {
         const qint64 a = sqlite3_value_int64(argv[1]), b = sqlite3_value_int64(argv[2]);
         qint64 r = 0;
         const bool overflow = op == '+'   ? __builtin_add_overflow(a, b, &r)
