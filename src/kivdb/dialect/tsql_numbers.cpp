@@ -125,7 +125,8 @@ std::optional<Decimal> decimalOfText(std::string_view s) {
         int exponent = 0;
         const auto r = std::from_chars(s.data() + i + 1 + (i + 1 < n && s[i + 1] == '+'), s.data() + n, exponent);
         if (r.ec != std::errc() || r.ptr != s.data() + n) return std::nullopt;
-        d.scale -= exponent;
+        // Far past any type's range either way; bounded so the scale cannot overflow.
+        d.scale -= std::clamp(exponent, -1000, 1000);
     } else if (i != n) {
         return std::nullopt;
     }
@@ -155,41 +156,54 @@ namespace {
 
 // ---- the server's exact types
 
+// Ranges of the server's exact types, as mantissas at the type's scale; a decimal's
+// range comes from its precision.
+struct TypeRange {
+    const char* name;
+    qint64 lowest, highest;
+    int scale;  // -1: the decimal's own
+};
+constexpr TypeRange kTypeRanges[] = {
+    {"tinyint", 0, 255, 0},
+    {"smallint", -32768, 32767, 0},
+    {"int", std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max(), 0},
+    {"bigint", std::numeric_limits<qint64>::min(), std::numeric_limits<qint64>::max(), 0},
+    {"smallmoney", std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max(), 4},
+    {"money", std::numeric_limits<qint64>::min(), std::numeric_limits<qint64>::max(), 4},
+    {"numeric", 0, 0, -1},
+};
+
+std::string_view textOf(sqlite3_value* v) {
+    return {reinterpret_cast<const char*>(sqlite3_value_text(v)), size_t(sqlite3_value_bytes(v))};
+}
+
 struct ExactType {
-    QByteArray name;  // tinyint, smallint, int, bigint, money, smallmoney or numeric
+    const TypeRange* range = &kTypeRanges[std::size(kTypeRanges) - 1];
     int precision = kMaxPrecision;
     int scale = 0;
 
-    bool isInteger() const { return name.endsWith("int"); }
-    bool isMoney() const { return name.endsWith("money"); }
-    // The largest mantissa at the type's scale.
-    Int128 limit() const {
-        if (name == "tinyint") return 255;
-        if (name == "smallint") return 32767;
-        if (name == "int") return 2147483647;
-        if (name == "bigint" || name == "money") return Int128(9223372036854775807LL);
-        if (name == "smallmoney") return 2147483647;
-        return pow10(precision) - 1;
+    // Named as the runtime's callers name it; anything unknown is numeric.
+    static ExactType named(std::string_view name, int precision, int scale) {
+        ExactType t;
+        for (const TypeRange& r : kTypeRanges)
+            if (name == r.name) t.range = &r;
+        t.precision = precision <= 0 || precision > kMaxPrecision ? kMaxPrecision : precision;
+        t.scale = t.range->scale >= 0 ? t.range->scale : std::clamp(scale, 0, t.precision);
+        return t;
     }
-    Int128 lowest() const {
-        if (name == "tinyint") return 0;
-        if (name == "bigint" || name == "money") return -limit() - 1;
-        if (name == "int" || name == "smallmoney") return -limit() - 1;
-        return -limit();
+    QString name() const { return QString::fromLatin1(range->name); }
+    bool isInteger() const { return range->scale == 0; }
+    bool isMoney() const { return range->scale == 4; }
+    bool isNumeric() const { return range->scale < 0; }
+    bool holds(const Decimal& d) const {
+        if (d.scale != scale) return false;
+        if (isNumeric()) return abs128(d.mantissa) < pow10(precision);
+        return d.mantissa >= range->lowest && d.mantissa <= range->highest;
     }
-    bool holds(const Decimal& d) const { return d.scale == scale && d.mantissa <= limit() && d.mantissa >= lowest(); }
 };
 
-QByteArray byteArg(sqlite3_value* v) {
-    return QByteArray(reinterpret_cast<const char*>(sqlite3_value_text(v)), sqlite3_value_bytes(v));
-}
-
 ExactType typeArgs(sqlite3_value** argv) {
-    ExactType t{byteArg(argv[0]), sqlite3_value_int(argv[1]), sqlite3_value_int(argv[2])};
-    if (t.precision <= 0 || t.precision > kMaxPrecision) t.precision = kMaxPrecision;
-    if (t.isInteger()) t.scale = 0;
-    if (t.isMoney()) t.scale = 4;
-    return t;
+    return ExactType::named(textOf(argv[0]), sqlite3_value_int(argv[1]), sqlite3_value_int(argv[2]));
 }
 
 void resultError(sqlite3_context* ctx, const QString& message) {
@@ -198,8 +212,7 @@ void resultError(sqlite3_context* ctx, const QString& message) {
 }
 
 QString overflowMessage(const ExactType& t) {
-    return QStringLiteral("Arithmetic overflow error converting expression to data type %1.")
-        .arg(QString::fromLatin1(t.name));
+    return QStringLiteral("Arithmetic overflow error converting expression to data type %1.").arg(t.name());
 }
 
 // The exact value of an operand: integers and doubles as they are, text as written.
@@ -207,10 +220,7 @@ std::optional<Decimal> operandValue(sqlite3_value* v) {
     switch (sqlite3_value_type(v)) {
     case SQLITE_INTEGER: return normalized({sqlite3_value_int64(v), 0});
     case SQLITE_FLOAT: return decimalOfDouble(sqlite3_value_double(v));
-    default: {
-        const QByteArray text = byteArg(v);
-        return decimalOfText(std::string_view(text.constData(), size_t(text.size())));
-    }
+    default: return decimalOfText(textOf(v));
     }
 }
 
@@ -265,7 +275,7 @@ void tsqlArith(sqlite3_context* ctx, int, sqlite3_value** argv) {
         const bool overflow = op == '+'   ? __builtin_add_overflow(a, b, &r)
                               : op == '-' ? __builtin_sub_overflow(a, b, &r)
                                           : __builtin_mul_overflow(a, b, &r);
-        if (overflow || r > type.limit() || r < type.lowest()) return resultError(ctx, overflowMessage(type));
+        if (overflow || r > type.range->highest || r < type.range->lowest) return resultError(ctx, overflowMessage(type));
         return sqlite3_result_int64(ctx, r);
     }
     const auto a = operandValue(argv[1]), b = operandValue(argv[2]);
@@ -309,12 +319,11 @@ void tsqlArith(sqlite3_context* ctx, int, sqlite3_value** argv) {
 // type, as convert/cast and stores into a column convert it; source names the value's
 // type for the server's messages.
 
-bool isIntegerName(const QByteArray& n) { return n == "tinyint" || n == "smallint" || n == "int" || n == "bigint"; }
 
 QString textConversionMessage(const QString& text, const ExactType& t) {
     if (t.isInteger())
         return QStringLiteral("Conversion failed when converting the varchar value '%1' to data type %2.")
-            .arg(text, QString::fromLatin1(t.name));
+            .arg(text, t.name());
     if (t.isMoney()) return QStringLiteral("Cannot convert a char value to money. The char value has incorrect syntax.");
     return QStringLiteral("Error converting data type varchar to numeric.");
 }
@@ -324,11 +333,12 @@ void tsqlCastNum(sqlite3_context* ctx, int, sqlite3_value** argv) {
     const int storage = sqlite3_value_type(value);
     if (storage == SQLITE_NULL) return sqlite3_result_null(ctx);
     const ExactType type = typeArgs(argv + 1);
-    const QByteArray source = byteArg(argv[4]);
+    const ExactType source = ExactType::named(textOf(argv[4]), 0, 0);
+    const QString sourceName = QString::fromUtf8(textOf(argv[4]).data(), qsizetype(textOf(argv[4]).size()));
     std::optional<Decimal> d;
     QString text;
     if (storage == SQLITE_TEXT || storage == SQLITE_BLOB) {
-        text = QString::fromUtf8(byteArg(value));
+        text = QString::fromUtf8(textOf(value).data(), qsizetype(textOf(value).size()));
         const QByteArray trimmed = text.trimmed().toUtf8();
         // Blank text is 0; integer types take integer text only, none takes an exponent.
         if (trimmed.isEmpty()) d = Decimal{};
@@ -341,14 +351,13 @@ void tsqlCastNum(sqlite3_context* ctx, int, sqlite3_value** argv) {
     QString overflow;
     if (!type.isInteger() && !type.isMoney())
         overflow = QStringLiteral("Arithmetic overflow error converting %1 to data type numeric.")
-                       .arg(QString::fromLatin1(storage == SQLITE_TEXT ? QByteArray("varchar") : source));
+                       .arg(storage == SQLITE_TEXT ? QStringLiteral("varchar") : sourceName);
     else if (type.isInteger() && !text.isNull())
         overflow = QStringLiteral("The conversion of the varchar value '%1' overflowed %2 column.")
-                       .arg(text, (type.name == "int" ? "an " : "a ") + QString::fromLatin1(type.name));
-    else if (storage == SQLITE_INTEGER && isIntegerName(source) && (type.name == "tinyint" || type.name == "smallint"))
+                       .arg(text, (type.name() == QLatin1String("int") ? QStringLiteral("an ") : QStringLiteral("a ")) + type.name());
+    else if (storage == SQLITE_INTEGER && source.isInteger() && type.range->highest <= 32767)
         overflow = QStringLiteral("Arithmetic overflow error for data type %1, value = %2.")
-                       .arg(QString::fromLatin1(type.name))
-                       .arg(sqlite3_value_int64(value));
+                       .arg(type.name(), QString::number(sqlite3_value_int64(value)));
     else
         overflow = overflowMessage(type);
     if (!d) return resultError(ctx, overflow);  // infinity or not a number
@@ -437,8 +446,7 @@ template <bool Average>
 void exactSumFinal(sqlite3_context* ctx) {
     auto* s = exactSumState(ctx, false);
     if (!s || s->count == 0) return sqlite3_result_null(ctx);
-    ExactType type{QByteArray(s->type), s->precision, s->resultScale};
-    if (type.isMoney()) type.scale = 4;
+    const ExactType type = ExactType::named(s->type, s->precision, s->resultScale);
     if (s->invalid) return resultError(ctx, QStringLiteral("Error converting data type varchar to numeric."));
     Decimal r{s->mantissa, s->scale};
     if (Average && !s->overflow &&
