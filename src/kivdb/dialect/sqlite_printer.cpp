@@ -297,22 +297,32 @@ private:
 
     // One kind per result column, * expanded; nothing when a * covers an unknown table.
     std::optional<std::vector<ColumnKind>> resultColumnKinds(const SelectCore& core, const std::vector<ColumnKind>& itemKinds) {
+        const auto columns = resultColumns(core, itemKinds, {});
+        if (!columns) return std::nullopt;
+        std::vector<ColumnKind> kinds;
+        for (const auto& c : *columns) kinds.push_back(c.kind);
+        return kinds;
+    }
+
+    // The types of the result columns from those of the select items, * expanded.
+    std::optional<std::vector<CatalogColumn>> resultColumns(const SelectCore& core, const std::vector<ColumnKind>& itemKinds,
+                                                            const std::vector<NumericType>& itemNumerics) {
         Scope scope(catalog_, nullptr);
         scope.addSources(core.from);
-        std::vector<ColumnKind> kinds;
+        std::vector<CatalogColumn> columns;
         for (size_t i = 0; i < core.items.size(); ++i) {
             const Expr& e = *core.items[i].expr;
             if (e.kind != ExprKind::Star) {
-                kinds.push_back(itemKinds[i]);
+                columns.push_back({{}, itemKinds[i], false, i < itemNumerics.size() ? itemNumerics[i] : NumericType{}});
                 continue;
             }
             for (const auto& t : scope.tables()) {
                 if (!e.parts.isEmpty() && t.exposed.compare(e.parts.last(), Qt::CaseInsensitive) != 0) continue;
                 if (!t.columns) return std::nullopt;
-                for (const auto& c : *t.columns) kinds.push_back(c.kind);
+                columns.insert(columns.end(), t.columns->begin(), t.columns->end());
             }
         }
-        return kinds;
+        return columns;
     }
 
     QString select(const SelectStmt& s, const Scope* parent, std::vector<ColumnKind>* kinds = nullptr,
@@ -525,14 +535,15 @@ private:
         std::vector<ColumnKind> kinds;
         std::vector<NumericType> numerics;
         const QString body = select(source, nullptr, &kinds, {}, &numerics);
-        if (kinds.size() != targets.size()) return head + QLatin1Char(' ') + body;  // a * of unknown width
+        const auto columns = resultColumns(source.cores.front(), kinds, numerics);
+        if (!columns || columns->size() != targets.size()) return head + QLatin1Char(' ') + body;  // a * of unknown width
         QStringList names, values;
         bool converted = false;
         for (size_t i = 0; i < targets.size(); ++i) {
             const QString name = QStringLiteral("\"c%1\"").arg(i + 1);
             names << name;
             const CatalogColumn& target = targets[i];
-            Typed value{name, kinds[i], numerics[i]};
+            Typed value{name, (*columns)[i].kind, (*columns)[i].numeric};
             const bool exact = target.kind == ColumnKind::Integer || target.kind == ColumnKind::Money || target.kind == ColumnKind::Decimal;
             const NumericType to = digitsOf(target.kind, target.numeric);
             if (!exact || storesUnchanged(value, target.kind, to)) {

@@ -66,6 +66,10 @@ INSTANTIATE_TEST_SUITE_P(
                    "insert into Acct (id, Amount) select 3, Qty / 7 from Acct where id = 1 "
                    "select Amount from Acct where id = 3",
                    "0.3571"},
+        NumberCase{"InsertSelectStarRounds",
+                   "create table Pair (m money, f float) insert into Pair values (1, 2.123456789) "
+                   "insert into Ten select * from Pair select max(d) from Ten",
+                   "2.123457"},
         NumberCase{"SelectIntoKeepsScale",
                    "select Amount * 3 as x into #t from Acct select x + 0.00001, x from #t", "0.90001|0.9"},
         NumberCase{"DerivedTableColumnsStayExact",
