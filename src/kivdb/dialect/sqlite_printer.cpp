@@ -502,9 +502,8 @@ private:
         // A text longer than its declared length is refused, as the server refuses it.
         if (d.kind == ColumnKind::Text && c.type.length > 0 && !c.type.max)
             out += QStringLiteral(" CHECK (tsql_fits(%1, %2, %3))")
-                       .arg(quoteName(c.name))
-                       .arg(c.type.length)
-                       .arg(c.type.name.startsWith(QLatin1Char('n')) ? 1 : 0);
+                       .arg(quoteName(c.name), QString::number(c.type.length),
+                            c.type.name.startsWith(QLatin1Char('n')) ? QStringLiteral("1") : QStringLiteral("0"));
         if (c.defaultValue) {
             Scope none(catalog_, nullptr);
             out += QStringLiteral(" DEFAULT (") + expr(*c.defaultValue, none).sql + QLatin1Char(')');
@@ -567,8 +566,7 @@ private:
                             .arg(temp ? QStringLiteral("TEMP ") : QString(), quoteName(s.table), defs.join(QStringLiteral(", ")))};
         if (identity && identity->identitySeed != 1)
             out << QStringLiteral("INSERT INTO %1sqlite_sequence (name, seq) VALUES (%2, %3)")
-                       .arg(tempPrefix(s.table), quoteString(s.table))
-                       .arg(identity->identitySeed - 1);
+                       .arg(tempPrefix(s.table), quoteString(s.table), QString::number(identity->identitySeed - 1));
         return out;
     }
 
@@ -874,10 +872,8 @@ private:
         const QString style = e.args.size() > 1 ? expr(*e.args[1], scope).sql : QStringLiteral("NULL");
         const DeclaredType target = declaredType(e.type);
         return {QStringLiteral("tsql_convert('%1', %2, %3, %4, %5, %6)")
-                    .arg(e.type.name)
-                    .arg(e.type.max ? -1 : e.type.length)
-                    .arg(e.type.scale)
-                    .arg(value.sql, style,
+                    .arg(e.type.name, QString::number(e.type.max ? -1 : e.type.length), QString::number(e.type.scale),
+                         value.sql, style,
                          value.kind == ColumnKind::DateTime ? QStringLiteral("1")
                          : value.kind == ColumnKind::Money  ? QStringLiteral("2")
                                                             : QStringLiteral("0")),
@@ -896,7 +892,7 @@ private:
         };
         auto arity = [&](size_t lo, size_t hi) {
             if (args.size() < lo || args.size() > hi)
-                throw SqlError(QStringLiteral("The %1 function requires %2 argument(s).").arg(name).arg(lo).toStdString());
+                throw SqlError(QStringLiteral("The %1 function requires %2 argument(s).").arg(name, QString::number(lo)).toStdString());
         };
         auto call = [&](const QString& fn, ColumnKind kind) { return Typed{fn + QLatin1Char('(') + argList() + QLatin1Char(')'), kind}; };
         if (name == QLatin1String("count")) {

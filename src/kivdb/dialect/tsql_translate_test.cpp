@@ -516,6 +516,36 @@ TEST_F(TsqlTranslate, LongConditionsRunOnTheEngine) {
     EXPECT_EQ(db.run("select count(*) from Rp_RAcct where " + search.join(" or ")), QStringList{"3"});
 }
 
+// Names and values that hold QString placeholders (%1, %3, %%) reach the engine as written.
+TEST(TsqlPlaceholders, NamesAndValuesKeepTheirPercentSigns) {
+    const struct {
+        const char* setup;
+        const char* check;
+        QStringList rows;
+    } cases[] = {
+        {"create table [Q%3] (id int identity(100,1), v int) insert into [Q%3] (v) values (1)",
+         "select id, v from [Q%3]", {"100|1"}},
+        {"create table [A%1%2] (id int identity(5,1), v int) insert into [A%1%2] (v) values (2)",
+         "select id from [A%1%2]", {"5"}},
+        {"create table [T%1] ([c%2] varchar(3), [d%%] int) insert into [T%1] values ('%1%', 7)",
+         "select [c%2], [d%%] from [T%1]", {"%1%|7"}},
+        {"", "select convert(varchar(10), '%1%3'), 'a%1' + '%2%%'", {"%1%3|a%1%2%%"}},
+    };
+    for (const auto& c : cases) {
+        SqliteTestDb db;
+        try {
+            if (*c.setup) db.run(QString::fromUtf8(c.setup));
+            EXPECT_EQ(db.run(QString::fromUtf8(c.check)), c.rows) << c.setup;
+        } catch (const std::exception& e) {
+            ADD_FAILURE() << c.setup << ": " << e.what();
+        }
+    }
+    // The declared length still holds for a column whose name holds a placeholder.
+    SqliteTestDb db;
+    db.run("create table [T%1] ([c%2] varchar(3))");
+    EXPECT_NE(db.errorOf("insert into [T%1] values ('abcd')"), "");
+}
+
 // The wording users see in the host's error box is the server's.
 TEST(TsqlSyntax, MessagesUseTheServersWording) {
     SqliteTestDb db;
