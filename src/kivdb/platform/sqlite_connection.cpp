@@ -225,19 +225,19 @@ void SqliteConnection::execControl(const char* sql) {
     if (sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) != SQLITE_OK) throw sqliteError(db_);
 }
 
-void SqliteConnection::begin() {
+void SqliteConnection::runBegin() {
     if (inTransaction()) throw transactionAlreadyOpen();
     // IMMEDIATE takes the write lock now, so two connections that read and then write
     // take turns under the busy timeout instead of one failing on a lock upgrade.
     execControl("BEGIN IMMEDIATE");
 }
 
-void SqliteConnection::commit() {
+void SqliteConnection::runCommit() {
     if (!inTransaction()) throw noTransactionToCommit();
     execControl("COMMIT");
 }
 
-void SqliteConnection::rollback() {
+void SqliteConnection::runRollback() {
     if (!inTransaction()) throw noTransactionToRollBack();
     execControl("ROLLBACK");
 }
@@ -261,7 +261,10 @@ dialect::SqliteTranslation SqliteConnection::translateTyped(const QString& tsql)
     }
 }
 
-QString SqliteConnection::translate(const QString& tsql) { return translateTyped(tsql).sql; }
+QString SqliteConnection::translate(const QString& tsql) {
+    const auto turn = lock();
+    return translateTyped(tsql).sql;
+}
 
 TextOutcome SqliteConnection::run(const QString& sql) {
     TextOutcome outcome;
