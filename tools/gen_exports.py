@@ -109,9 +109,9 @@ def c_result(e):
     return "void" if e.result in HIDDEN_RESULT else TYPES[e.result][3]
 
 
-def abi_argument(name, type_):
+def abi_argument(name, type_, conn_index):
     return {
-        "conn": f"abi::connection({name})",
+        "conn": f"turn.connection({conn_index.get(name)})",
         "string": f"abi::inText({name})",
         "variant": f"abi::inVariant({name})",
         "variant_array": f"abi::inVariantArray({name})",
@@ -146,18 +146,23 @@ def gen_abi(exports):
     out = ["// Generated from the export table; do not edit.", '#include "abi/abi_runtime.h"',
            '#include "kivdb/exports.h"', "", "using namespace kivdb;", "", 'extern "C" {', ""]
     for e in exports:
-        call = f"kivdb::{e.name}({', '.join(abi_argument(n, t) for n, t in e.params)})"
+        conns = [n for n, t in e.params if t == "conn"]
+        conn_index = {n: i for i, n in enumerate(conns)}
+        call = f"kivdb::{e.name}({', '.join(abi_argument(n, t, conn_index) for n, t in e.params)})"
+        # The call's connections are looked up and held for the whole call, result included.
+        turn = f"const abi::ConnectionTurn turn({{{', '.join(conns)}}}); " if conns else ""
         out.append(f"KIVDB_API {c_result(e)} KIVDB_CALL {e.name}({c_params(e)}) {{")
         if e.result == "string":
-            out.append(f"    abi::storeText(result, abi::guarded<QString>(QString(), [&] {{ return {call}; }}));")
+            out.append(f"    abi::storeText(result, abi::guarded<QString>(QString(), [&] {{ {turn}return {call}; }}));")
         elif e.result == "variant":
-            out.append(f"    abi::storeVariant(result, abi::guarded<Value>(Value(), [&] {{ return {call}; }}));")
+            out.append(f"    abi::storeVariant(result, abi::guarded<Value>(Value(), [&] {{ {turn}return {call}; }}));")
         elif e.result == "none":
-            out.append(f"    abi::guarded([&] {{ {call}; }});")
+            out.append(f"    abi::guarded([&] {{ {turn}{call}; }});")
         elif e.result == "conn":
-            out.append(f"    return abi::guarded<kivdb_conn*>(nullptr, [&] {{ return abi::connectionHandle({call}); }});")
+            out.append(f"    return abi::guarded<kivdb_conn*>(nullptr, [&] {{ {turn}const auto screen = abi::hostScreenLock(); "
+                       f"return abi::connectionHandle({call}); }});")
         else:
-            out.append(f"    return abi::guarded<{c_result(e)}>({C_DEFAULT[e.result]}, [&] {{ return {call}; }});")
+            out.append(f"    return abi::guarded<{c_result(e)}>({C_DEFAULT[e.result]}, [&] {{ {turn}return {call}; }});")
         out.append("}")
         out.append("")
     out += ['}  // extern "C"', ""]
