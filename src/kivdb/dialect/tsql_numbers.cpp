@@ -191,6 +191,17 @@ struct ExactType {
         t.scale = t.range->scale >= 0 ? t.range->scale : std::clamp(scale, 0, t.precision);
         return t;
     }
+    // 'int', 'money', 'numeric(18,4)' ...
+    static ExactType parse(std::string_view text) {
+        const size_t open = text.find('(');
+        int precision = 0, scale = 0;
+        if (open != std::string_view::npos) {
+            const char* end = text.data() + text.size();
+            const auto r = std::from_chars(text.data() + open + 1, end, precision);
+            if (r.ptr < end && *r.ptr == ',') std::from_chars(r.ptr + 1, end, scale);
+        }
+        return named(text.substr(0, open), precision, scale);
+    }
     QString name() const { return QString::fromLatin1(range->name); }
     bool isInteger() const { return range->scale == 0; }
     bool isMoney() const { return range->scale == 4; }
@@ -202,9 +213,6 @@ struct ExactType {
     }
 };
 
-ExactType typeArgs(sqlite3_value** argv) {
-    return ExactType::named(textOf(argv[0]), sqlite3_value_int(argv[1]), sqlite3_value_int(argv[2]));
-}
 
 void resultError(sqlite3_context* ctx, const QString& message) {
     const QByteArray utf8 = message.toUtf8();
@@ -261,61 +269,101 @@ bool divide(const Decimal& a, const Decimal& b, int scale, Rounding rounding, De
     return true;
 }
 
-// ---- tsql_arith(op, a, b, type, precision, scale): a op b (+ - * / %) in the result type the
-// translation worked out from the operands' types; the server's overflow and divide errors.
-void tsqlArith(sqlite3_context* ctx, int, sqlite3_value** argv) {
-    if (sqlite3_value_type(argv[1]) == SQLITE_NULL || sqlite3_value_type(argv[2]) == SQLITE_NULL)
-        return sqlite3_result_null(ctx);
-    const char op = *reinterpret_cast<const char*>(sqlite3_value_text(argv[0]));
-    const ExactType type = typeArgs(argv + 3);
-    if (type.isInteger() && op != '/' && op != '%' && sqlite3_value_type(argv[1]) == SQLITE_INTEGER &&
-        sqlite3_value_type(argv[2]) == SQLITE_INTEGER) {
-        const qint64 a = sqlite3_value_int64(argv[1]), b = sqlite3_value_int64(argv[2]);
-        qint64 r = 0;
-        const bool overflow = op == '+'   ? __builtin_add_overflow(a, b, &r)
-                              : op == '-' ? __builtin_sub_overflow(a, b, &r)
-                                          : __builtin_mul_overflow(a, b, &r);
-        if (overflow || r > type.range->highest || r < type.range->lowest) return resultError(ctx, overflowMessage(type));
-        return sqlite3_result_int64(ctx, r);
+// ---- tsql_arith(a, op, b, type[, op, c, type ...]): ((a op b) op c) ..., each step
+// (+ - * / %) in the result type the translation worked out from its operands' types, with
+// the server's overflow and divide errors. A chain of operators is one call.
+
+const QString kDivideByZero = QStringLiteral("Divide by zero error encountered.");
+
+// An integer step; false after reporting the error.
+bool integerStep(sqlite3_context* ctx, char op, qint64 a, qint64 b, const ExactType& type, qint64& out) {
+    bool overflow = false;
+    switch (op) {
+    case '+': overflow = __builtin_add_overflow(a, b, &out); break;
+    case '-': overflow = __builtin_sub_overflow(a, b, &out); break;
+    case '*': overflow = __builtin_mul_overflow(a, b, &out); break;
+    default:
+        if (b == 0) return resultError(ctx, kDivideByZero), false;
+        // Quotients truncate toward zero and remainders take the dividend's sign, as the
+        // server's do; -2^63 / -1 is the one quotient past the range.
+        if (b == -1) overflow = op == '/' ? __builtin_sub_overflow(qint64(0), a, &out) : (out = 0, false);
+        else out = op == '/' ? a / b : a % b;
     }
-    const auto a = operandValue(argv[1]), b = operandValue(argv[2]);
-    if (!a || !b) return resultError(ctx, QStringLiteral("Error converting data type varchar to numeric."));
+    if (overflow || out > type.range->highest || out < type.range->lowest) return resultError(ctx, overflowMessage(type)), false;
+    return true;
+}
+
+// An exact step, the result at the type's scale; false after reporting the error.
+bool exactStep(sqlite3_context* ctx, char op, const Decimal& a, const Decimal& b, const ExactType& type, Decimal& out) {
     Decimal r;
     bool ok = true;
     switch (op) {
     case '+':
-    case '-': {
-        Decimal x = *a, y = *b;
-        const int scale = std::max(x.scale, y.scale);
-        ok = rescale(x, scale, Rounding::TowardZero) && rescale(y, scale, Rounding::TowardZero) &&
-             !(op == '+' ? __builtin_add_overflow(x.mantissa, y.mantissa, &r.mantissa)
-                         : __builtin_sub_overflow(x.mantissa, y.mantissa, &r.mantissa));
-        r.scale = scale;
+    case '-':
+    case '%': {
+        Decimal x = a, y = b;
+        r.scale = std::max(x.scale, y.scale);
+        ok = rescale(x, r.scale, Rounding::TowardZero) && rescale(y, r.scale, Rounding::TowardZero);
+        if (!ok) break;
+        if (op == '%') {
+            if (y.mantissa == 0) return resultError(ctx, kDivideByZero), false;
+            r.mantissa = x.mantissa % y.mantissa;  // the dividend's sign, as the server's
+        } else {
+            ok = !(op == '+' ? __builtin_add_overflow(x.mantissa, y.mantissa, &r.mantissa)
+                             : __builtin_sub_overflow(x.mantissa, y.mantissa, &r.mantissa));
+        }
         break;
     }
     case '*':
-        ok = !__builtin_mul_overflow(a->mantissa, b->mantissa, &r.mantissa);
-        r.scale = a->scale + b->scale;
+        ok = !__builtin_mul_overflow(a.mantissa, b.mantissa, &r.mantissa);
+        r.scale = a.scale + b.scale;
         break;
-    case '%': {
-        if (b->mantissa == 0) return resultError(ctx, QStringLiteral("Divide by zero error encountered."));
-        Decimal x = *a, y = *b;
-        r.scale = std::max(x.scale, y.scale);
-        ok = rescale(x, r.scale, Rounding::TowardZero) && rescale(y, r.scale, Rounding::TowardZero);
-        if (ok) r.mantissa = x.mantissa % y.mantissa;  // the sign of the dividend, as the server's
-        break;
-    }
     default:
-        if (b->mantissa == 0) return resultError(ctx, QStringLiteral("Divide by zero error encountered."));
-        // Exact quotients are cut after the scale, money is rounded to it.
-        ok = divide(*a, *b, type.scale, type.isMoney() ? Rounding::HalfAwayFromZero : Rounding::TowardZero, r);
+        if (b.mantissa == 0) return resultError(ctx, kDivideByZero), false;
+        // Exact and integer quotients are cut after the scale, money is rounded to it.
+        ok = divide(a, b, type.scale, type.isMoney() ? Rounding::HalfAwayFromZero : Rounding::TowardZero, r);
     }
-    if (!ok) return resultError(ctx, overflowMessage(type));
-    // An integer result of a division truncates; the others round to the result's scale.
-    resultExact(ctx, r, type, type.isInteger() ? Rounding::TowardZero : Rounding::HalfAwayFromZero, overflowMessage(type));
+    // Products and sums round to the result's scale.
+    if (!ok || !rescale(r, type.scale, Rounding::HalfAwayFromZero) || !type.holds(r))
+        return resultError(ctx, overflowMessage(type)), false;
+    out = r;
+    return true;
 }
 
-// ---- tsql_cast_num(value, type, precision, scale, source): a value converted to an exact
+void tsqlArith(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    for (int i = 0; i < argc; i += i == 0 ? 2 : 3)
+        if (sqlite3_value_type(argv[i]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    const QString notANumber = QStringLiteral("Error converting data type varchar to numeric.");
+    // Integers stay 64-bit integers as long as every step is an integer one.
+    bool integral = sqlite3_value_type(argv[0]) == SQLITE_INTEGER;
+    qint64 whole = integral ? sqlite3_value_int64(argv[0]) : 0;
+    Decimal value;
+    if (!integral) {
+        const auto a = operandValue(argv[0]);
+        if (!a) return resultError(ctx, notANumber);
+        value = *a;
+    }
+    ExactType type;
+    for (int i = 1; i + 2 < argc; i += 3) {
+        const char op = textOf(argv[i]).front();
+        type = ExactType::parse(textOf(argv[i + 2]));
+        sqlite3_value* operand = argv[i + 1];
+        if (integral && type.isInteger() && sqlite3_value_type(operand) == SQLITE_INTEGER) {
+            if (!integerStep(ctx, op, whole, sqlite3_value_int64(operand), type, whole)) return;
+            continue;
+        }
+        if (integral) value = normalized({whole, 0});
+        integral = false;
+        const auto b = operandValue(operand);
+        if (!b) return resultError(ctx, notANumber);
+        if (!exactStep(ctx, op, value, *b, type, value)) return;
+    }
+    if (integral) return sqlite3_result_int64(ctx, whole);
+    if (type.isInteger()) return sqlite3_result_int64(ctx, qint64(value.mantissa));  // in range at scale 0
+    sqlite3_result_double(ctx, toDouble(value));
+}
+
+// ---- tsql_cast_num(value, type, source): a value converted to an exact
 // type, as convert/cast and stores into a column convert it; source names the value's
 // type for the server's messages.
 
@@ -332,9 +380,9 @@ void tsqlCastNum(sqlite3_context* ctx, int, sqlite3_value** argv) {
     sqlite3_value* value = argv[0];
     const int storage = sqlite3_value_type(value);
     if (storage == SQLITE_NULL) return sqlite3_result_null(ctx);
-    const ExactType type = typeArgs(argv + 1);
-    const ExactType source = ExactType::named(textOf(argv[4]), 0, 0);
-    const QString sourceName = QString::fromUtf8(textOf(argv[4]).data(), qsizetype(textOf(argv[4]).size()));
+    const ExactType type = ExactType::parse(textOf(argv[1]));
+    const ExactType source = ExactType::parse(textOf(argv[2]));
+    const QString sourceName = QString::fromUtf8(textOf(argv[2]).data(), qsizetype(textOf(argv[2]).size()));
     std::optional<Decimal> d;
     QString text;
     if (storage == SQLITE_TEXT || storage == SQLITE_BLOB) {
@@ -397,7 +445,7 @@ void tsqlDecimalText(sqlite3_context* ctx, int, sqlite3_value** argv) {
     sqlite3_result_text(ctx, text.constData(), int(text.size()), SQLITE_TRANSIENT);
 }
 
-// ---- tsql_sum(x, type, precision, scale) and tsql_avg(...): exact sums of money and
+// ---- tsql_sum(x, type) and tsql_avg(x, type): exact sums of money and
 // decimals in the result type; the average divides as that type divides.
 struct ExactSum {
     Int128 mantissa;
@@ -405,9 +453,7 @@ struct ExactSum {
     qint64 count;
     bool overflow;
     bool invalid;
-    char type[12];
-    int precision;
-    int resultScale;
+    char type[24];
 };
 
 // The aggregate's state, aligned for its 128-bit mantissa (the engine aligns to 8 bytes).
@@ -423,9 +469,8 @@ void exactSumStep(sqlite3_context* ctx, int, sqlite3_value** argv) {
     auto* s = exactSumState(ctx, true);
     if (!s) return sqlite3_result_error_nomem(ctx);
     if (s->count == 0) {
-        std::strncpy(s->type, reinterpret_cast<const char*>(sqlite3_value_text(argv[1])), sizeof s->type - 1);
-        s->precision = sqlite3_value_int(argv[2]);
-        s->resultScale = sqlite3_value_int(argv[3]);
+        const std::string_view type = textOf(argv[1]);
+        std::memcpy(s->type, type.data(), std::min(type.size(), sizeof s->type - 1));
     }
     ++s->count;
     const auto d = operandValue(argv[0]);
@@ -446,7 +491,7 @@ template <bool Average>
 void exactSumFinal(sqlite3_context* ctx) {
     auto* s = exactSumState(ctx, false);
     if (!s || s->count == 0) return sqlite3_result_null(ctx);
-    const ExactType type = ExactType::named(s->type, s->precision, s->resultScale);
+    const ExactType type = ExactType::parse(s->type);
     if (s->invalid) return resultError(ctx, QStringLiteral("Error converting data type varchar to numeric."));
     Decimal r{s->mantissa, s->scale};
     if (Average && !s->overflow &&
@@ -460,13 +505,13 @@ void exactSumFinal(sqlite3_context* ctx) {
 
 void registerNumberFunctions(sqlite3* db) {
     const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | SQLITE_DETERMINISTIC;
-    sqlite3_create_function(db, "tsql_arith", 6, flags, nullptr, tsqlArith, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_cast_num", 5, flags, nullptr, tsqlCastNum, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_arith", -1, flags, nullptr, tsqlArith, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_cast_num", 3, flags, nullptr, tsqlCastNum, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_round", 2, flags, nullptr, tsqlRound, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_round", 3, flags, nullptr, tsqlRound, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_decimal_text", 2, flags, nullptr, tsqlDecimalText, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_sum", 4, flags, nullptr, nullptr, exactSumStep, exactSumFinal<false>);
-    sqlite3_create_function(db, "tsql_avg", 4, flags, nullptr, nullptr, exactSumStep, exactSumFinal<true>);
+    sqlite3_create_function(db, "tsql_sum", 2, flags, nullptr, nullptr, exactSumStep, exactSumFinal<false>);
+    sqlite3_create_function(db, "tsql_avg", 2, flags, nullptr, nullptr, exactSumStep, exactSumFinal<true>);
 }
 
 }  // namespace kivdb::dialect
