@@ -53,6 +53,12 @@ INSTANTIATE_TEST_SUITE_P(
         NumberCase{"TenTenthsSumToOne", "select sum(v), sum(d), avg(v), avg(d) from Ten", "1|1|0.1|0.1"},
         NumberCase{"SumComparesExactly", "select count(*) from Ten having sum(v) = 1 and sum(d) = 1.0", "10"},
         NumberCase{"LiteralsAddExactly", "select 0.1 + 0.2, 0.3 - 0.1 - 0.2", "0.3|0"},
+        NumberCase{"LongChainStaysExactAndFlat",
+                   "select 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + "
+                   "0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + "
+                   "0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + "
+                   "0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 + 0.1 - 6.1",
+                   "0"},
         NumberCase{"ConvertRoundsHalfAway", "select convert(decimal(10,2), 1.005), cast(-2.25 as decimal(10,1))", "1.01|-2.3"},
         NumberCase{"MoneyStoresFourDecimals",
                    "insert into Acct (id, Amount) values (2, 1.23456) select Amount from Acct where id = 2", "1.2346"},
@@ -117,6 +123,8 @@ INSTANTIATE_TEST_SUITE_P(
         NumberCase{"DecimalPastItsPrecision", "update Acct set Rate = 123456.5",
                    "Arithmetic overflow error converting numeric to data type numeric."},
         NumberCase{"FloatIntoMoney", "update Acct set Amount = Ratio where id = 1 update Acct set Amount = 1e308",
+                   "Arithmetic overflow error converting expression to data type money."},
+        NumberCase{"InfinityIntoMoney", "update Acct set Amount = 1e308 * 10",
                    "Arithmetic overflow error converting expression to data type money."},
         NumberCase{"SmallmoneyRange", "update Acct set Small = 214748.3648",
                    "Arithmetic overflow error converting expression to data type smallmoney."},
