@@ -184,18 +184,27 @@ def camel(type_):
     return "".join(part.capitalize() for part in type_.split("_"))
 
 
+def cli_callable(e):
+    """Whether `kivdb call` can read the export's arguments and print its result."""
+    return (all(t in CLI_ARG_TYPES for _, t in e.params if t != "conn")
+            and e.result in CLI_RESULT_TYPES
+            and sum(1 for _, t in e.params if t == "conn") <= 1)
+
+
+def declaration(e):
+    params = ", ".join(f"{n}: {t}" for n, t in e.params)
+    return f"{e.name}({params}) -> {e.result} [{e.subsystem}]"
+
+
 def gen_cli(exports):
     out = ["// Generated from the export table; do not edit.", '#include "cli/call_table.h"',
            '#include "kivdb/exports.h"', "", "namespace kivdb::cli {", "",
            "const std::vector<CallableExport>& callableExports() {",
            "    static const std::vector<CallableExport> table = {"]
     for e in exports:
-        value_params = [(n, t) for n, t in e.params if t != "conn"]
-        callable_ = (all(t in CLI_ARG_TYPES for _, t in value_params)
-                     and e.result in CLI_RESULT_TYPES
-                     and sum(1 for _, t in e.params if t == "conn") <= 1)
-        if not callable_:
+        if not cli_callable(e):
             continue
+        value_params = [(n, t) for n, t in e.params if t != "conn"]
         args, index = [], 0
         for n, t in e.params:
             if t == "conn":
@@ -212,6 +221,12 @@ def gen_cli(exports):
             body = f"return CallResult::of{camel(e.result)}({call});"
         out.append(f'        {{"{e.name}", "{e.subsystem}", {needs_conn}, {{{params}}},')
         out.append(f"         [](CallContext& ctx, const CallArgs& args) -> CallResult {{ {body} }}}},")
+    out += ["    };", "    return table;", "}", "",
+            "const std::vector<ExportDeclaration>& exportDeclarations() {",
+            "    static const std::vector<ExportDeclaration> table = {"]
+    for e in exports:
+        callable_ = "true" if cli_callable(e) else "false"
+        out.append(f'        {{"{e.name}", "{declaration(e)}", {callable_}}},')
     out += ["    };", "    return table;", "}", "", "}  // namespace kivdb::cli", ""]
     return "\n".join(out)
 

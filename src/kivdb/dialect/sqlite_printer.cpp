@@ -34,7 +34,7 @@ DeclaredType declaredType(const DataType& type) {
     if (n == "char" || n == "varchar" || n == "nchar" || n == "nvarchar")
         return {sized(n), ColumnKind::Text, QStringLiteral("TSQL_CI")};
     if (n == "text" || n == "ntext" || n == "sysname") return {n, ColumnKind::Text, QStringLiteral("TSQL_CI")};
-    throw SqlError(QStringLiteral("Cannot find data type %1.").arg(type.name).toStdString());
+    throw SqlError(QStringLiteral("Cannot find data type %1.").arg(quotedExcerpt(type.name)).toStdString());
 }
 
 namespace {
@@ -124,7 +124,23 @@ struct Typed {
     ColumnKind kind = ColumnKind::Unknown;
     bool literalText = false;  // a string literal, convertible at translation time
     QString literalValue = {};
+    // Inside an operator chain only: the binding strength of the bare SQLite operator at
+    // the top of sql (0: sql is a single operand), and the operand count of a tsql_add
+    // call that may take more.
+    int infix = 0;
+    int addOperands = 0;
 };
+
+// SQLite's binding strengths of the operators the chains print; T-SQL binds & and | as
+// tightly as + and -, SQLite less tightly.
+constexpr int kConcatStrength = 4;
+constexpr int kProductStrength = 3;
+constexpr int kSumStrength = 2;
+constexpr int kBitStrength = 1;
+
+// SQLite refuses expression trees deeper than 1000 and functions of more than 127 arguments.
+constexpr int kLogicalGroup = 100;
+constexpr int kAddOperands = 100;
 
 class Printer {
 public:
@@ -133,6 +149,45 @@ public:
     std::optional<std::vector<ColumnKind>> resultKinds;  // set for a select that returns rows
 
     QStringList statement(const Statement& s) {
+        commonTables_.clear();
+        hoistDerived_ = derivedDepth(s) > kInlineDerivedDepth;
+        QStringList out = statementText(s);
+        if (!commonTables_.isEmpty() && !out.isEmpty())
+            out.last() = QStringLiteral("WITH ") + commonTables_.join(QStringLiteral(", ")) + QLatin1Char(' ') + out.last();
+        return out;
+    }
+
+private:
+    BatchCatalog& catalog_;
+
+    // Derived tables nested deeper than this are printed as common table expressions of
+    // the statement: SQLite's parser stack holds about 15 nested derived tables, and a
+    // WITH list of any length costs it nothing. Shallower ones stay in place.
+    static constexpr int kInlineDerivedDepth = 4;
+    bool hoistDerived_ = false;
+    QStringList commonTables_;
+
+    static int derivedDepth(const TableSource& s) {
+        switch (s.kind) {
+        case TableSource::Table: return 0;
+        case TableSource::Derived: return 1 + derivedDepth(*s.derived);
+        case TableSource::Join: return std::max(derivedDepth(*s.left), derivedDepth(*s.right));
+        }
+        return 0;
+    }
+    static int derivedDepth(const std::vector<TableSourcePtr>& from) {
+        int depth = 0;
+        for (const auto& source : from) depth = std::max(depth, derivedDepth(*source));
+        return depth;
+    }
+    static int derivedDepth(const SelectStmt& s) {
+        int depth = 0;
+        for (const auto& core : s.cores) depth = std::max(depth, derivedDepth(core.from));
+        return depth;
+    }
+    static int derivedDepth(const Statement& s) { return std::max(s.select ? derivedDepth(*s.select) : 0, derivedDepth(s.from)); }
+
+    QStringList statementText(const Statement& s) {
         switch (s.kind) {
         case StmtKind::Select: return selectStatement(*s.select);
         case StmtKind::Insert: return {insert(s)};
@@ -154,9 +209,6 @@ public:
         }
         return {};
     }
-
-private:
-    BatchCatalog& catalog_;
 
     // ---- select
 
@@ -282,8 +334,15 @@ private:
             if (!s.alias.isEmpty()) out += QStringLiteral(" AS ") + quoteName(s.alias);
             return out;
         }
-        case TableSource::Derived:
-            return QLatin1Char('(') + select(*s.derived, scope.parent()) + QStringLiteral(") AS ") + quoteName(s.alias);
+        case TableSource::Derived: {
+            const QString body = select(*s.derived, scope.parent());
+            // Only a derived table outside any subquery can move: one inside may read the
+            // columns of the query around it.
+            if (!hoistDerived_ || scope.parent()) return paren(body) + QStringLiteral(" AS ") + quoteName(s.alias);
+            const QString name = quoteName(QStringLiteral("tsql_derived_") + QString::number(commonTables_.size() + 1));
+            commonTables_ << name + QStringLiteral(" AS (") + body + QLatin1Char(')');
+            return name + QStringLiteral(" AS ") + quoteName(s.alias);
+        }
         case TableSource::Join: {
             static const char* const words[] = {" JOIN ", " LEFT JOIN ", " RIGHT JOIN ", " FULL JOIN ", " CROSS JOIN "};
             QString out = sourceText(*s.left, scope) + QLatin1String(words[int(s.joinType)]) + sourceText(*s.right, scope);
@@ -310,7 +369,7 @@ private:
                     if (!item.expr->parts.isEmpty() &&
                         t.exposed.compare(item.expr->parts.last(), Qt::CaseInsensitive) != 0)
                         continue;
-                    if (!t.columns) throw SqlError(QStringLiteral("Invalid object name '%1'.").arg(t.table).toStdString());
+                    if (!t.columns) throw SqlError(QStringLiteral("Invalid object name '%1'.").arg(quotedExcerpt(t.table)).toStdString());
                     for (const auto& c : *t.columns) columns.push_back({c.name, c.kind});
                 }
                 continue;
@@ -502,9 +561,8 @@ private:
         // A text longer than its declared length is refused, as the server refuses it.
         if (d.kind == ColumnKind::Text && c.type.length > 0 && !c.type.max)
             out += QStringLiteral(" CHECK (tsql_fits(%1, %2, %3))")
-                       .arg(quoteName(c.name))
-                       .arg(c.type.length)
-                       .arg(c.type.name.startsWith(QLatin1Char('n')) ? 1 : 0);
+                       .arg(quoteName(c.name), QString::number(c.type.length),
+                            c.type.name.startsWith(QLatin1Char('n')) ? QStringLiteral("1") : QStringLiteral("0"));
         if (c.defaultValue) {
             Scope none(catalog_, nullptr);
             out += QStringLiteral(" DEFAULT (") + expr(*c.defaultValue, none).sql + QLatin1Char(')');
@@ -567,8 +625,7 @@ private:
                             .arg(temp ? QStringLiteral("TEMP ") : QString(), quoteName(s.table), defs.join(QStringLiteral(", ")))};
         if (identity && identity->identitySeed != 1)
             out << QStringLiteral("INSERT INTO %1sqlite_sequence (name, seq) VALUES (%2, %3)")
-                       .arg(tempPrefix(s.table), quoteString(s.table))
-                       .arg(identity->identitySeed - 1);
+                       .arg(tempPrefix(s.table), quoteString(s.table), QString::number(identity->identitySeed - 1));
         return out;
     }
 
@@ -712,9 +769,9 @@ private:
         const auto r = scope.resolve(e.parts);
         // With QUOTED_IDENTIFIER ON "x" names a column; as text it is an error, not a literal.
         if (e.quoted && !r.scope && scope.fullyKnown() && !scope.tables().empty())
-            throw SqlError(QStringLiteral("Invalid column name '%1'.").arg(e.parts.last()).toStdString());
+            throw SqlError(QStringLiteral("Invalid column name '%1'.").arg(quotedExcerpt(e.parts.last())).toStdString());
         if (e.quoted && scope.tables().empty())
-            throw SqlError(QStringLiteral("Invalid column name '%1'.").arg(e.parts.last()).toStdString());
+            throw SqlError(QStringLiteral("Invalid column name '%1'.").arg(quotedExcerpt(e.parts.last())).toStdString());
         QStringList parts;
         const int from = std::max(0, int(e.parts.size()) - 2);
         for (int i = from; i < int(e.parts.size()); ++i) parts << quoteName(e.parts[i]);
@@ -749,21 +806,8 @@ private:
         const QString& op = e.text;
         if (op == QLatin1String("*=") || op == QLatin1String("=*"))
             throw SqlError("The old outer-join operators may only join two tables in the WHERE clause.");
-        if (op == QLatin1String("and") || op == QLatin1String("or")) {
-            // A chain of one operator prints flat: SQLite's parser has a small stack, and a
-            // long where clause must not nest one parenthesis per condition.
-            std::vector<const Expr*> operands;
-            const Expr* node = &e;
-            while (node->kind == ExprKind::Binary && node->text == op) {
-                operands.push_back(node->args[1].get());
-                node = node->args[0].get();
-            }
-            operands.push_back(node);
-            QStringList parts;
-            for (auto it = operands.rbegin(); it != operands.rend(); ++it) parts << expr(**it, scope).sql;
-            return {paren(parts.join(op == QLatin1String("and") ? QStringLiteral(" AND ") : QStringLiteral(" OR "))),
-                    ColumnKind::Integer};
-        }
+        if (op == QLatin1String("and") || op == QLatin1String("or")) return logicalChain(e, scope);
+        if (!e.ops.isEmpty()) return arithmeticChain(e, scope);
         Typed l = expr(*e.args[0], scope);
         Typed r = expr(*e.args[1], scope);
         static const QStringList comparisons = {"=", "<>", "!=", "<", ">", "<=", ">=", "!<", "!>"};
@@ -781,20 +825,89 @@ private:
             else if (l.kind == ColumnKind::Text || r.kind == ColumnKind::Text) right = paren(right) + QStringLiteral(" COLLATE TSQL_CI");
             return {paren(left + QLatin1Char(' ') + sqlOp + QLatin1Char(' ') + right), ColumnKind::Integer};
         }
-        return arithmetic(op, l, r);
+        throw SqlError(QStringLiteral("Incorrect syntax near '%1'.").arg(op).toStdString());
     }
 
+    // and/or print flat, as one chain, however the conditions were grouped: and and or are
+    // associative. SQLite's tree nests one level per operator, so past kLogicalGroup terms
+    // the chain is cut into parenthesized groups that nest far less.
+    Typed logicalChain(const Expr& e, const Scope& scope) {
+        const QString& op = e.text;
+        std::vector<const Expr*> pending{&e};
+        QStringList parts;
+        while (!pending.empty()) {
+            const Expr* node = pending.back();
+            pending.pop_back();
+            if (node->kind == ExprKind::Binary && node->text == op) {
+                for (auto it = node->args.rbegin(); it != node->args.rend(); ++it) pending.push_back(it->get());
+                continue;
+            }
+            parts << expr(*node, scope).sql;
+        }
+        const QString separator = op == QLatin1String("and") ? QStringLiteral(" AND ") : QStringLiteral(" OR ");
+        while (parts.size() > kLogicalGroup) {
+            QStringList groups;
+            for (qsizetype i = 0; i < parts.size(); i += kLogicalGroup) groups << paren(parts.mid(i, kLogicalGroup).join(separator));
+            parts = std::move(groups);
+        }
+        return {paren(parts.join(separator)), ColumnKind::Integer};
+    }
+
+    // An arithmetic or concatenation chain folds left, as the server evaluates it, with no
+    // parenthesis per operator: SQLite's parser stack holds only some dozens of nested
+    // parentheses or calls. Parentheses go only where SQLite would bind otherwise, and
+    // the chain as a whole is one parenthesized operand to whatever uses it.
+    Typed arithmeticChain(const Expr& e, const Scope& scope) {
+        Typed result = expr(*e.args[0], scope);
+        for (size_t i = 1; i < e.args.size(); ++i) result = arithmetic(e.ops[i - 1], std::move(result), expr(*e.args[i], scope));
+        return {result.infix ? paren(result.sql) : result.sql, result.kind};
+    }
+
+    // The left operand of a chain's operator of the given strength: bare when its own
+    // operator binds at least as tightly (left association does the rest).
+    static QString leftOperand(const Typed& t, int strength) {
+        return t.infix && t.infix < strength ? paren(t.sql) : t.sql;
+    }
+    static QString closed(const Typed& t) { return t.infix ? paren(t.sql) : t.sql; }
+
+    static Typed infix(const Typed& l, const QString& op, const Typed& r, int strength, ColumnKind kind) {
+        Typed t{leftOperand(l, strength) + QLatin1Char(' ') + op + QLatin1Char(' ') + closed(r), kind};
+        t.infix = strength;
+        return t;
+    }
+
+    // + of operands whose types the translation cannot tell: one tsql_add call takes a
+    // run of such operands.
+    static Typed runtimeAdd(const Typed& l, const Typed& r, ColumnKind kind) {
+        Typed t;
+        if (l.addOperands && l.addOperands < kAddOperands) {
+            t.sql = l.sql.chopped(1) + QStringLiteral(", ") + r.sql + QLatin1Char(')');
+            t.addOperands = l.addOperands + 1;
+        } else {
+            t.sql = QStringLiteral("tsql_add(") + l.sql + QStringLiteral(", ") + r.sql + QLatin1Char(')');
+            t.addOperands = 2;
+        }
+        t.kind = kind;
+        return t;
+    }
+
+    // One step of a chain: l is the chain so far, r an operand.
     Typed arithmetic(const QString& op, Typed l, Typed r) {
         const bool ln = isNumeric(l.kind), rn = isNumeric(r.kind);
+        // A + chain that went to the runtime stays in its call for joins and untyped
+        // operands: the runtime joins texts as || does.
+        if (op == QLatin1String("+") && l.addOperands && !(ln && rn) && l.kind != ColumnKind::DateTime &&
+            r.kind != ColumnKind::DateTime)
+            return runtimeAdd(l, r, l.kind != ColumnKind::Unknown ? l.kind : r.kind);
         if (op == QLatin1String("+")) {
-            if (l.kind == ColumnKind::Text && r.kind == ColumnKind::Text) return {paren(l.sql + QStringLiteral(" || ") + r.sql), ColumnKind::Text};
+            if (l.kind == ColumnKind::Text && r.kind == ColumnKind::Text) return infix(l, QStringLiteral("||"), r, kConcatStrength, ColumnKind::Text);
             if (l.kind == ColumnKind::DateTime && rn) return {QStringLiteral("tsql_date_add(%1, %2)").arg(l.sql, r.sql), ColumnKind::DateTime};
             if (r.kind == ColumnKind::DateTime && ln) return {QStringLiteral("tsql_date_add(%1, %2)").arg(r.sql, l.sql), ColumnKind::DateTime};
         }
         if (op == QLatin1String("-") && l.kind == ColumnKind::DateTime && rn)
             return {QStringLiteral("tsql_date_add(%1, -(%2))").arg(l.sql, r.sql), ColumnKind::DateTime};
         if (ln && r.kind == ColumnKind::Text) r.sql = toNumber(r, l.kind);
-        if (rn && l.kind == ColumnKind::Text) l.sql = toNumber(l, r.kind);
+        if (rn && l.kind == ColumnKind::Text) l = Typed{toNumber(l, r.kind), l.kind};
         const bool numeric = (ln || l.kind == ColumnKind::Text) && (rn || r.kind == ColumnKind::Text) && (ln || rn);
         const ColumnKind kind = numeric ? promote(ln ? l.kind : r.kind, rn ? r.kind : l.kind) : ColumnKind::Unknown;
         // Money keeps four decimals through division and multiplication.
@@ -803,16 +916,18 @@ private:
             return {kind == ColumnKind::Money ? QStringLiteral("round(%1, 4)").arg(quotient) : quotient, kind};
         }
         if (op == QLatin1String("*") && kind == ColumnKind::Money)
-            return {QStringLiteral("round(%1 * %2, 4)").arg(l.sql, r.sql), kind};
+            return {QStringLiteral("round(%1, 4)").arg(infix(l, op, r, kProductStrength, kind).sql), kind};
         if (op == QLatin1String("%")) return {QStringLiteral("tsql_mod(%1, %2)").arg(l.sql, r.sql), kind};
         if (op == QLatin1String("+") && !numeric) {
             // Types unknown here: the values decide at run time (text joins, numbers add).
-            const ColumnKind known = l.kind != ColumnKind::Unknown ? l.kind : r.kind;
-            return {QStringLiteral("tsql_add(%1, %2)").arg(l.sql, r.sql), known};
+            return runtimeAdd(l, r, l.kind != ColumnKind::Unknown ? l.kind : r.kind);
         }
         if (op == QLatin1String("^"))
-            return {QStringLiteral("((%1 | %2) - (%1 & %2))").arg(l.sql, r.sql), ColumnKind::Integer};
-        return {paren(l.sql + QLatin1Char(' ') + op + QLatin1Char(' ') + r.sql), kind};
+            return {QStringLiteral("((%1 | %2) - (%1 & %2))").arg(closed(l), closed(r)), ColumnKind::Integer};
+        const int strength = op == QLatin1String("*")                              ? kProductStrength
+                             : op == QLatin1String("+") || op == QLatin1String("-") ? kSumStrength
+                                                                                   : kBitStrength;
+        return infix(l, op, r, strength, kind);
     }
 
     // Aggregates and single-row selects cannot return two rows; anything else is checked
@@ -874,10 +989,8 @@ private:
         const QString style = e.args.size() > 1 ? expr(*e.args[1], scope).sql : QStringLiteral("NULL");
         const DeclaredType target = declaredType(e.type);
         return {QStringLiteral("tsql_convert('%1', %2, %3, %4, %5, %6)")
-                    .arg(e.type.name)
-                    .arg(e.type.max ? -1 : e.type.length)
-                    .arg(e.type.scale)
-                    .arg(value.sql, style,
+                    .arg(e.type.name, QString::number(e.type.max ? -1 : e.type.length), QString::number(e.type.scale),
+                         value.sql, style,
                          value.kind == ColumnKind::DateTime ? QStringLiteral("1")
                          : value.kind == ColumnKind::Money  ? QStringLiteral("2")
                                                             : QStringLiteral("0")),
@@ -896,7 +1009,7 @@ private:
         };
         auto arity = [&](size_t lo, size_t hi) {
             if (args.size() < lo || args.size() > hi)
-                throw SqlError(QStringLiteral("The %1 function requires %2 argument(s).").arg(name).arg(lo).toStdString());
+                throw SqlError(QStringLiteral("The %1 function requires %2 argument(s).").arg(name, QString::number(lo)).toStdString());
         };
         auto call = [&](const QString& fn, ColumnKind kind) { return Typed{fn + QLatin1Char('(') + argList() + QLatin1Char(')'), kind}; };
         if (name == QLatin1String("count")) {

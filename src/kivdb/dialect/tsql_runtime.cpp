@@ -193,7 +193,7 @@ struct Number {
 QString conversionMessage(const QString& value, const QString& target) {
     if (target == QLatin1String("int") || target == QLatin1String("smallint") || target == QLatin1String("bigint") ||
         target == QLatin1String("tinyint"))
-        return QStringLiteral("Conversion failed when converting the varchar value '%1' to data type %2.").arg(value, target);
+        return QStringLiteral("Conversion failed when converting the varchar value '%1' to data type %2.").arg(quotedExcerpt(value), target);
     if (target == QLatin1String("money"))
         return QStringLiteral("Cannot convert a char value to money. The char value has incorrect syntax.");
     return QStringLiteral("Error converting data type varchar to %1.").arg(target);
@@ -305,20 +305,41 @@ void tsqlMod(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     sqlite3_result_double(ctx, std::fmod(a.asDouble(), b.asDouble()));
 }
 
-// + when the translation could not tell the operand types: two texts join, otherwise
-// numbers add and a text operand converts to the other's type.
+bool isTextValue(sqlite3_value* v) {
+    const int type = sqlite3_value_type(v);
+    return type == SQLITE_TEXT || type == SQLITE_BLOB;
+}
+
+// tsql_add(a, b, ...): + when the translation could not tell the operand types, folded
+// left as the server folds a + b + c: two texts join, otherwise numbers add and a text
+// operand converts to the other's type.
 void tsqlAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
-    const int ta = sqlite3_value_type(argv[0]), tb = sqlite3_value_type(argv[1]);
-    const bool textA = ta == SQLITE_TEXT || ta == SQLITE_BLOB, textB = tb == SQLITE_TEXT || tb == SQLITE_BLOB;
-    if (textA && textB) return resultText(ctx, textArg(argv[0]) + textArg(argv[1]));
-    Number a, b;
-    if (!numberArg(ctx, argv[0], targetFor(argv[1]), a) || !numberArg(ctx, argv[1], targetFor(argv[0]), b)) return;
-    if (a.isInteger && b.isInteger) {
-        qint64 sum = 0;
-        if (!__builtin_add_overflow(a.i, b.i, &sum)) return sqlite3_result_int64(ctx, sum);
+    // The running value: text while every operand so far was text, else a number.
+    bool isText = isTextValue(argv[0]);
+    QString text = isText ? textArg(argv[0]) : QString();
+    Number sum;
+    if (!isText && !numberArg(ctx, argv[0], QString(), sum)) return;
+    for (int k = 1; k < argc; ++k) {
+        if (isText && isTextValue(argv[k])) {
+            text += textArg(argv[k]);
+            continue;
+        }
+        Number b;
+        if (isText) {
+            const QString target = targetFor(argv[k]);
+            const auto n = parseNumber(text, target);
+            if (!n) return resultError(ctx, conversionMessage(text, target));
+            sum = *n;
+            isText = false;
+        }
+        if (!numberArg(ctx, argv[k], sum.isInteger ? QStringLiteral("int") : QStringLiteral("float"), b)) return;
+        qint64 exact = 0;
+        if (sum.isInteger && b.isInteger && !__builtin_add_overflow(sum.i, b.i, &exact)) sum = {true, exact, 0};
+        else sum = {false, 0, sum.asDouble() + b.asDouble()};
     }
-    sqlite3_result_double(ctx, a.asDouble() + b.asDouble());
+    if (isText) return resultText(ctx, text);
+    resultNumber(ctx, sum);
 }
 
 // int(x): the integer part of any number, numeric text included ('12.7' is 12); unlike
@@ -687,7 +708,7 @@ const FunctionDef kFunctions[] = {
     {"tsql_num", 3, tsqlNum, true},
     {"tsql_div", 2, tsqlDiv, true},
     {"tsql_mod", 2, tsqlMod, true},
-    {"tsql_add", 2, tsqlAdd, true},
+    {"tsql_add", -1, tsqlAdd, true},
     {"tsql_int", 1, tsqlInt, true},
     {"tsql_len", 1, tsqlLen, true},
     {"tsql_charindex", 2, tsqlCharindex, true},

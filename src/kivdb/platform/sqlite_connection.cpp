@@ -17,7 +17,7 @@ namespace {
 // Long enough for another connection to the same file to finish a save.
 constexpr int kBusyTimeoutMs = 5000;
 
-DatabaseError sqliteError(sqlite3* db) { return DatabaseError(QString::fromUtf8(sqlite3_errmsg(db))); }
+DatabaseError sqliteError(sqlite3* db) { return DatabaseError(dialect::serverMessage(QString::fromUtf8(sqlite3_errmsg(db)))); }
 
 // One prepared statement of a text, finalized on every path.
 class PreparedStatement {
