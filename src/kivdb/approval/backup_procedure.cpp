@@ -109,8 +109,8 @@ BackupNoteStatus backupNote(Connection& conn, const ProcedureCall& call) {
                                                     sqlValue(refNo)));
         conn.execute(QStringLiteral("insert into Sy_NoteBackup (NewRefNo, TableName, iType, RefNo, RowsCopied, "
                                     "BackupDate) values (%1, %2, %3, %4, %5, getdate())")
-                         .arg(sqlValue(newRefNo), sqlTextLiteral(*table), sqlValue(type), sqlValue(refNo))
-                         .arg(std::max<qint64>(copied, 0)));
+                         .arg(sqlValue(newRefNo), sqlTextLiteral(*table), sqlValue(type), sqlValue(refNo),
+                              QString::number(std::max<qint64>(copied, 0))));
     } catch (const DatabaseError&) {
         return BackupNoteStatus::CopyFailed;
     }

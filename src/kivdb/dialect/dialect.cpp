@@ -70,12 +70,36 @@ QStringList splitBatches(const QString& script) {
 
 SqliteTranslation TranslationCache::translateTyped(const QString& tsql, const Catalog& catalog) {
     if (auto it = entries_.constFind(tsql); it != entries_.constEnd()) return *it;
-    // A bound on memory for hosts that build endless distinct statements.
-    constexpr int kMaxEntries = 4096;
-    if (entries_.size() >= kMaxEntries) entries_.clear();
     SqliteTranslation translation = translateForSqlite(tsql, catalog);
+    // Both texts, the kinds and the hash node's own share.
+    constexpr qsizetype kEntryOverhead = 128;
+    const qsizetype entryBytes = (tsql.size() + translation.sql.size()) * qsizetype(sizeof(QChar)) +
+                                 qsizetype(translation.resultKinds.size() * sizeof(ColumnKind)) + kEntryOverhead;
+    if (entryBytes > kMaxBytes) return translation;
+    if (bytes_ + entryBytes > kMaxBytes) clear();
     entries_.insert(tsql, translation);
+    bytes_ += entryBytes;
     return translation;
+}
+
+QString quotedExcerpt(const QString& text) {
+    constexpr qsizetype kMaxQuoted = 100;
+    if (text.size() <= kMaxQuoted) return text;
+    qsizetype cut = kMaxQuoted;
+    if (text[cut - 1].isHighSurrogate()) --cut;  // never half a character
+    return text.left(cut) + QStringLiteral("...");
+}
+
+QString serverMessage(const QString& engineMessage) {
+    // SQLite's parser stack holds fewer nested subqueries than the server's 32: 7 levels
+    // of scalar subqueries compared in a where clause, 12 of plain exists (derived tables
+    // are printed so that they do not count). Its expression trees end at depth 1000.
+    if (engineMessage == QLatin1String("parser stack overflow"))
+        return QLatin1String(kNestedTooDeeply) +
+               QStringLiteral(" The embedded database nests subqueries 7 levels deep at least, the server 32.");
+    if (engineMessage.startsWith(QLatin1String("Expression tree is too large")))
+        return QLatin1String(kNestedTooDeeply) + QStringLiteral(" The embedded database takes expressions up to 1000 operators deep.");
+    return engineMessage;
 }
 
 }  // namespace kivdb::dialect

@@ -19,13 +19,36 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// The server's message for a statement nested deeper than it (or the embedded parser) takes.
+inline constexpr const char* kNestedTooDeeply =
+    "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up into smaller queries.";
+
+// Text quoted in an error message, cut to a readable length: a literal of megabytes that
+// never ends is shown by its first characters and an ellipsis.
+QString quotedExcerpt(const QString& text);
+
+// An embedded-engine message in the server's words where the dialect knows them: a
+// statement nested deeper than SQLite's parser takes gets the server's nesting message,
+// naming the embedded database's limit.
+QString serverMessage(const QString& engineMessage);
+
 // Declared kind of a column, as the T-SQL DDL named its type.
 enum class ColumnKind { Text, Integer, Float, Money, Decimal, DateTime, Bit, Unknown };
+
+// Digits of an exact numeric type as the server counts them: tinyint (3, 0), smallint
+// (5, 0), int (10, 0), bigint (19, 0), bit (1, 0), smallmoney (10, 4), money (19, 4),
+// decimal(p, s) (p, s). A precision of 0 means not known.
+struct NumericType {
+    int precision = 0;
+    int scale = 0;
+    bool operator==(const NumericType&) const = default;
+};
 
 struct CatalogColumn {
     QString name;
     ColumnKind kind = ColumnKind::Unknown;
     bool identity = false;  // numbered by the database; left out of inserts without a column list
+    NumericType numeric = {};
     bool national = false;  // nchar, nvarchar, ntext: two bytes a character, trailing blanks kept by like
 };
 
@@ -67,16 +90,25 @@ void registerRuntime(sqlite3* db);
 QStringList splitBatches(const QString& script);
 
 // Translations by statement text, so a statement that repeats is parsed once. Clear it
-// when the schema changes: a translation depends on the column types it saw.
+// when the schema changes: a translation depends on the column types it saw. The texts it
+// holds stay under kMaxBytes: it starts afresh when full, and a statement too large for it
+// is translated every time.
 class TranslationCache {
 public:
+    static constexpr qsizetype kMaxBytes = 32 * 1024 * 1024;
+
     QString translate(const QString& tsql, const Catalog& catalog) { return translateTyped(tsql, catalog).sql; }
     SqliteTranslation translateTyped(const QString& tsql, const Catalog& catalog);
-    void clear() { entries_.clear(); }
+    void clear() {
+        entries_.clear();
+        bytes_ = 0;
+    }
     int size() const { return int(entries_.size()); }
+    qsizetype bytes() const { return bytes_; }
 
 private:
     QHash<QString, SqliteTranslation> entries_;
+    qsizetype bytes_ = 0;
 };
 
 }  // namespace kivdb::dialect

@@ -42,30 +42,25 @@ bool containsOldJoin(const Expr& e) {
 
 void splitConjuncts(ExprPtr e, std::vector<ExprPtr>& out) {
     if (e->kind == ExprKind::Binary && e->text == QLatin1String("and")) {
-        splitConjuncts(std::move(e->args[0]), out);
-        splitConjuncts(std::move(e->args[1]), out);
+        for (auto& a : e->args) splitConjuncts(std::move(a), out);
         return;
     }
     out.push_back(std::move(e));
 }
 
+// One and-chain of the conjuncts, or the single one, or nothing.
 ExprPtr joinConjuncts(std::vector<ExprPtr> conjuncts) {
-    ExprPtr result;
+    if (conjuncts.size() < 2) return conjuncts.empty() ? nullptr : std::move(conjuncts.front());
+    auto e = std::make_unique<Expr>();
+    e->kind = ExprKind::Binary;
+    e->text = QStringLiteral("and");
+    e->synthesized = true;
+    e->span = {conjuncts.front()->span.begin, conjuncts.back()->span.end};
     for (auto& c : conjuncts) {
-        if (!result) {
-            result = std::move(c);
-            continue;
-        }
-        auto e = std::make_unique<Expr>();
-        e->kind = ExprKind::Binary;
-        e->text = QStringLiteral("and");
-        e->synthesized = true;
-        e->span = {result->span.begin, c->span.end};
-        e->args.push_back(std::move(result));
+        if (!e->args.empty()) e->ops << e->text;
         e->args.push_back(std::move(c));
-        result = std::move(e);
     }
-    return result;
+    return e;
 }
 
 // Which tables of one select level an expression reads; subqueries count through their
@@ -83,7 +78,7 @@ public:
         if (e.kind == ExprKind::Column) {
             const auto r = scope.resolve(e.parts);
             if (r.ambiguous && &scope == &target_)
-                throw SqlError(QStringLiteral("Ambiguous column name '%1'.").arg(e.parts.last()).toStdString());
+                throw SqlError(QStringLiteral("Ambiguous column name '%1'.").arg(quotedExcerpt(e.parts.last())).toStdString());
             if (r.scope == &target_) refs_.tables.insert(r.tableIndex);
             else if (!r.scope && &scope == &target_) refs_.unknown = true;
         }
@@ -345,14 +340,18 @@ private:
     QString exprText(const Expr& e) const {
         if (e.synthesized) {
             // Neighbours in the source keep the text between them; others are joined anew.
-            const Expr& l = *e.args[0];
-            const Expr& r = *e.args[1];
-            QString separator = QStringLiteral(" and ");
-            if (l.span.end <= r.span.begin) {
-                const QString between = source_.mid(l.span.end, r.span.begin - l.span.end);
-                if (between.trimmed().compare(QLatin1String("and"), Qt::CaseInsensitive) == 0) separator = between;
+            QString out = exprText(*e.args[0]);
+            for (size_t i = 1; i < e.args.size(); ++i) {
+                const Expr& l = *e.args[i - 1];
+                const Expr& r = *e.args[i];
+                QString separator = QStringLiteral(" and ");
+                if (l.span.end <= r.span.begin) {
+                    const QString between = source_.mid(l.span.end, r.span.begin - l.span.end);
+                    if (between.trimmed().compare(QLatin1String("and"), Qt::CaseInsensitive) == 0) separator = between;
+                }
+                out += separator + exprText(r);
             }
-            return exprText(l) + separator + exprText(r);
+            return out;
         }
         if (e.kind == ExprKind::Binary && e.opSpan.end > e.opSpan.begin &&
             isOldJoinOp(source_.mid(e.opSpan.begin, e.opSpan.end - e.opSpan.begin)))

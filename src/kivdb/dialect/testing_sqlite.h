@@ -74,7 +74,7 @@ private:
 
     [[noreturn]] void fail() {
         catalog_->invalidate();
-        throw std::runtime_error(sqlite3_errmsg(db_));
+        throw std::runtime_error(serverMessage(QString::fromUtf8(sqlite3_errmsg(db_))).toStdString());
     }
 
     static QString cell(sqlite3_stmt* stmt, int i) {

@@ -42,11 +42,15 @@ struct Expr {
     bool distinct = false;  // count(distinct x)
     bool isCast = false;
     std::vector<ExprPtr> args;  // operands; case: [operand?] when/then pairs, else last
+    // An operator chain of one precedence level (and, or, + - & | ^, * / %) is one node
+    // however long: ops[i] stands between args[i] and args[i + 1], and text is ops[0]. A
+    // comparison has no ops, its operator is text.
+    QStringList ops;
     bool hasCaseOperand = false;
     bool hasElse = false;
     SelectPtr subquery;
     DataType type;  // convert / cast target
-    Span opSpan;  // operator token, for binary nodes
+    Span opSpan;  // operator token, for binary nodes (a chain's first one)
     bool synthesized = false;  // made by a rewrite, no source text of its own
     int depth = 1;  // height of the tree below, bounded by the parser
 };

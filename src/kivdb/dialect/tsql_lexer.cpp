@@ -10,7 +10,7 @@ bool isNameStart(QChar c) { return c.isLetter() || c == u'_' || c == u'#' || c =
 bool isNamePart(QChar c) { return c.isLetterOrNumber() || c == u'_' || c == u'#' || c == u'@' || c == u'$'; }
 
 [[noreturn]] void unclosedQuote(const QString& rest) {
-    throw SqlError(QStringLiteral("Unclosed quotation mark after the character string '%1'.").arg(rest).toStdString());
+    throw SqlError(QStringLiteral("Unclosed quotation mark after the character string '%1'.").arg(quotedExcerpt(rest)).toStdString());
 }
 
 }  // namespace
@@ -68,9 +68,6 @@ std::vector<Token> tokenize(const QString& sql) {
             QString name;
             for (;;) {
                 if (k >= n) {
-                    if (c == u'[')
-                        throw SqlError(QStringLiteral("Unclosed quotation mark after the character string '%1'.")
-                                           .arg(name).toStdString());
                     unclosedQuote(name);
                 }
                 if (sql[k] == close) {

@@ -61,7 +61,7 @@ private:
     struct DepthGuard {
         Parser& p;
         explicit DepthGuard(Parser& parser) : p(parser) {
-            if (++p.depth_ > kMaxNesting) throw SqlError("Some part of your SQL statement is nested too deeply.");
+            if (++p.depth_ > kMaxNesting) throw SqlError(kNestedTooDeeply);
         }
         ~DepthGuard() { --p.depth_; }
     };
@@ -80,12 +80,12 @@ private:
         if (t.type == TokenType::End) {
             const QString last = pos_ > 0 ? sql_.mid(tokens_[pos_ - 1].begin, tokens_[pos_ - 1].end - tokens_[pos_ - 1].begin)
                                           : QString();
-            throw SqlError(QStringLiteral("Incorrect syntax near '%1'.").arg(last).toStdString());
+            throw SqlError(QStringLiteral("Incorrect syntax near '%1'.").arg(quotedExcerpt(last)).toStdString());
         }
         const QString text = sql_.mid(t.begin, t.end - t.begin);
         if (isReserved(t))
             throw SqlError(QStringLiteral("Incorrect syntax near the keyword '%1'.").arg(t.text.toLower()).toStdString());
-        throw SqlError(QStringLiteral("Incorrect syntax near '%1'.").arg(text).toStdString());
+        throw SqlError(QStringLiteral("Incorrect syntax near '%1'.").arg(quotedExcerpt(text)).toStdString());
     }
 
     bool acceptKeyword(const char* w) {
@@ -552,7 +552,7 @@ private:
     TableSourcePtr joinedSource() {
         TableSourcePtr left = primarySource();
         for (int joins = 0;; ++joins) {
-            if (joins > kMaxExpressionDepth) throw SqlError("Some part of your SQL statement is nested too deeply.");
+            if (joins > kMaxExpressionDepth) throw SqlError(kNestedTooDeeply);
             JoinType type;
             const Token& t = peek();
             if (t.isKeyword("join")) {
@@ -628,7 +628,7 @@ private:
         e->span.end = lastEnd();
         for (const auto& a : e->args)
             if (a) e->depth = std::max(e->depth, a->depth + 1);
-        if (e->depth > kMaxExpressionDepth) throw SqlError("Some part of your SQL statement is nested too deeply.");
+        if (e->depth > kMaxExpressionDepth) throw SqlError(kNestedTooDeeply);
         return e;
     }
 
@@ -646,18 +646,30 @@ private:
         return finish(std::move(e));
     }
 
-    // A left-associative chain of one logical operator over the next level down.
-    ExprPtr logicalChain(const char* word, ExprPtr (Parser::*operand)()) {
-        ExprPtr left = (this->*operand)();
-        while (peek().isKeyword(word)) {
-            const Token& op = next();
-            left = binary(std::move(left), op, (this->*operand)());
+    // A left-associative chain of the operators of one precedence level over the next level
+    // down, as one node: a where clause of a thousand conditions or a sum of a hundred terms
+    // is no deeper than one of two.
+    template <typename IsOperator>
+    ExprPtr chain(ExprPtr (Parser::*operand)(), IsOperator isOperator) {
+        ExprPtr first = (this->*operand)();
+        if (!isOperator(peek())) return first;
+        auto e = make(ExprKind::Binary, first->span.begin);
+        e->opSpan = {peek().begin, peek().end};
+        e->args.push_back(std::move(first));
+        while (isOperator(peek())) {
+            e->ops << next().text.toLower();
+            e->args.push_back((this->*operand)());
         }
-        return left;
+        e->text = e->ops.front();
+        return finish(std::move(e));
     }
 
-    ExprPtr orExpr() { return logicalChain("or", &Parser::andExpr); }
-    ExprPtr andExpr() { return logicalChain("and", &Parser::notExpr); }
+    ExprPtr orExpr() {
+        return chain(&Parser::andExpr, [](const Token& t) { return t.isKeyword("or"); });
+    }
+    ExprPtr andExpr() {
+        return chain(&Parser::notExpr, [](const Token& t) { return t.isKeyword("and"); });
+    }
 
     ExprPtr notExpr() {
         if (peek().isKeyword("not")) {
@@ -735,25 +747,13 @@ private:
     }
 
     ExprPtr additive() {
-        ExprPtr left = multiplicative();
-        for (;;) {
-            const Token& t = peek();
-            if (!(t.isOp("+") || t.isOp("-") || t.isOp("&") || t.isOp("|") || t.isOp("^"))) break;
-            const Token& op = next();
-            left = binary(std::move(left), op, multiplicative());
-        }
-        return left;
+        return chain(&Parser::multiplicative, [](const Token& t) {
+            return t.isOp("+") || t.isOp("-") || t.isOp("&") || t.isOp("|") || t.isOp("^");
+        });
     }
 
     ExprPtr multiplicative() {
-        ExprPtr left = unary();
-        for (;;) {
-            const Token& t = peek();
-            if (!(t.isOp("*") || t.isOp("/") || t.isOp("%"))) break;
-            const Token& op = next();
-            left = binary(std::move(left), op, unary());
-        }
-        return left;
+        return chain(&Parser::unary, [](const Token& t) { return t.isOp("*") || t.isOp("/") || t.isOp("%"); });
     }
 
     ExprPtr unary() {

@@ -3,6 +3,7 @@
 // server's arithmetic and its errors.
 #include "dialect/dialect.h"
 #include "dialect/tsql_runtime_values.h"
+#include "dialect/tsql_numbers.h"
 
 #include <QDate>
 #include <QDateTime>
@@ -250,7 +251,7 @@ struct Number {
 QString conversionMessage(const QString& value, const QString& target) {
     if (target == QLatin1String("int") || target == QLatin1String("smallint") || target == QLatin1String("bigint") ||
         target == QLatin1String("tinyint"))
-        return QStringLiteral("Conversion failed when converting the varchar value '%1' to data type %2.").arg(value, target);
+        return QStringLiteral("Conversion failed when converting the varchar value '%1' to data type %2.").arg(quotedExcerpt(value), target);
     if (target == QLatin1String("money"))
         return QStringLiteral("Cannot convert a char value to money. The char value has incorrect syntax.");
     return QStringLiteral("Error converting data type varchar to %1.").arg(target);
@@ -362,36 +363,61 @@ void tsqlMod(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     sqlite3_result_double(ctx, std::fmod(a.asDouble(), b.asDouble()));
 }
 
-// + when the translation could not tell the operand types: two texts join, otherwise
-// numbers add and a text operand converts to the other's type.
+bool isTextValue(sqlite3_value* v) {
+    const int type = sqlite3_value_type(v);
+    return type == SQLITE_TEXT || type == SQLITE_BLOB;
+}
+
+// tsql_add(a, b, ...): + when the translation could not tell the operand types, folded
+// left as the server folds a + b + c: two texts join, otherwise numbers add and a text
+// operand converts to the other's type.
 void tsqlAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
-    const int ta = sqlite3_value_type(argv[0]), tb = sqlite3_value_type(argv[1]);
-    const bool textA = ta == SQLITE_TEXT || ta == SQLITE_BLOB, textB = tb == SQLITE_TEXT || tb == SQLITE_BLOB;
-    if (textA && textB) return resultText(ctx, textArg(argv[0]) + textArg(argv[1]));
-    Number a, b;
-    if (!numberArg(ctx, argv[0], targetFor(argv[1]), a) || !numberArg(ctx, argv[1], targetFor(argv[0]), b)) return;
-    if (a.isInteger && b.isInteger) {
-        qint64 sum = 0;
-        if (!__builtin_add_overflow(a.i, b.i, &sum)) return sqlite3_result_int64(ctx, sum);
+    // The running value: text while every operand so far was text, else a number.
+    bool isText = isTextValue(argv[0]);
+    QString text = isText ? textArg(argv[0]) : QString();
+    Number sum;
+    if (!isText && !numberArg(ctx, argv[0], QString(), sum)) return;
+    for (int k = 1; k < argc; ++k) {
+        if (isText && isTextValue(argv[k])) {
+            text += textArg(argv[k]);
+            continue;
+        }
+        Number b;
+        if (isText) {
+            const QString target = targetFor(argv[k]);
+            const auto n = parseNumber(text, target);
+            if (!n) return resultError(ctx, conversionMessage(text, target));
+            sum = *n;
+            isText = false;
+        }
+        if (!numberArg(ctx, argv[k], sum.isInteger ? QStringLiteral("int") : QStringLiteral("float"), b)) return;
+        qint64 exact = 0;
+        if (sum.isInteger && b.isInteger && !__builtin_add_overflow(sum.i, b.i, &exact)) sum = {true, exact, 0};
+        else sum = {false, 0, sum.asDouble() + b.asDouble()};
     }
-    sqlite3_result_double(ctx, a.asDouble() + b.asDouble());
+    if (isText) return resultText(ctx, text);
+    resultNumber(ctx, sum);
 }
 
 // int(x): the integer part of any number, numeric text included ('12.7' is 12); unlike
-// convert(int, ...), which takes integer text only.
+// convert(int, ...), which takes integer text only. The result is an int.
 void tsqlInt(sqlite3_context* ctx, int, sqlite3_value** argv) {
-    switch (sqlite3_value_type(argv[0])) {
-    case SQLITE_NULL: return sqlite3_result_null(ctx);
-    case SQLITE_INTEGER: return sqlite3_result_int64(ctx, sqlite3_value_int64(argv[0]));
-    case SQLITE_FLOAT: return sqlite3_result_int64(ctx, qint64(std::trunc(sqlite3_value_double(argv[0]))));
-    default: {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    Number n;
+    if (sqlite3_value_type(argv[0]) == SQLITE_TEXT) {
         const QString text = textArg(argv[0]);
-        const auto n = parseNumber(text, QStringLiteral("float"));
-        if (!n) return resultError(ctx, conversionMessage(text, QStringLiteral("int")));
-        sqlite3_result_int64(ctx, n->isInteger ? n->i : qint64(std::trunc(n->d)));
+        const auto parsed = parseNumber(text, QStringLiteral("float"));
+        if (!parsed) return resultError(ctx, conversionMessage(text, QStringLiteral("int")));
+        n = *parsed;
+    } else if (!numberArg(ctx, argv[0], QStringLiteral("float"), n)) {
+        return;
     }
-    }
+    // Compared as doubles before any cast: a cast of a double out of range is undefined.
+    const double whole = n.isInteger ? double(n.i) : std::trunc(n.d);
+    if (!(whole >= -2147483648.0 && whole <= 2147483647.0))
+        return resultError(ctx, QStringLiteral("Arithmetic overflow error converting expression to data type int."));
+    sqlite3_result_int64(ctx, qint64(whole));
 }
 
 // tsql_single(x): the one value of a scalar subquery; a second row is the server's error.
@@ -708,18 +734,12 @@ bool styledDateArg(sqlite3_context* ctx, sqlite3_value* value, std::optional<int
     return dateArg(ctx, value, out);
 }
 
-double roundTo(double v, int scale) {
-    const double f = std::pow(10.0, scale);
-    return std::round(v * f) / f;  // halves away from zero, as the server rounds
-}
-
 // tsql_convert(type, length, scale, value, style, source)
 void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
     sqlite3_value* value = argv[3];
     if (sqlite3_value_type(value) == SQLITE_NULL) return sqlite3_result_null(ctx);
     const QString type = textArg(argv[0]);
     const int length = sqlite3_value_int(argv[1]);
-    const int scale = sqlite3_value_int(argv[2]);
     const bool styled = sqlite3_value_type(argv[4]) != SQLITE_NULL;
     const int style = styled ? sqlite3_value_int(argv[4]) : 0;
     // What the value was before it was stored: 1 a date, 2 money, 0 anything else.
@@ -738,7 +758,7 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
                 return resultError(ctx, QStringLiteral("%1 is not a valid style number when converting from datetime to a "
                                                        "character string.").arg(style));
         } else if (source == 2 && (vt == SQLITE_FLOAT || vt == SQLITE_INTEGER)) {
-            s = QString::number(sqlite3_value_double(value), 'f', 2);  // money shows two decimals
+            s = decimalText(sqlite3_value_double(value), 2);  // money shows two decimals, rounded
         } else if (vt == SQLITE_FLOAT) {
             s = QString::number(sqlite3_value_double(value), 'g', 6);
         } else {
@@ -749,22 +769,10 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
         if (limit > 0 && s.size() > limit) s.truncate(limit);
         return resultText(ctx, s);
     }
-    if (isIntegerTarget(type)) {
-        Number n;
-        if (!numberArg(ctx, value, type, n)) return;
-        return sqlite3_result_int64(ctx, n.isInteger ? n.i : qint64(std::trunc(n.d)));
-    }
     if (type == QLatin1String("float") || type == QLatin1String("real")) {
         Number n;
         if (!numberArg(ctx, value, QStringLiteral("float"), n)) return;
         return sqlite3_result_double(ctx, n.asDouble());
-    }
-    if (type == QLatin1String("decimal") || type == QLatin1String("numeric") || type == QLatin1String("money") ||
-        type == QLatin1String("smallmoney")) {
-        const bool money = type.endsWith(QLatin1String("money"));
-        Number n;
-        if (!numberArg(ctx, value, money ? QStringLiteral("money") : QStringLiteral("numeric"), n)) return;
-        return sqlite3_result_double(ctx, roundTo(n.asDouble(), money ? 4 : std::max(scale, 0)));
     }
     if (type == QLatin1String("bit")) {
         if (sqlite3_value_type(value) == SQLITE_TEXT) {
@@ -796,7 +804,7 @@ const FunctionDef kFunctions[] = {
     {"tsql_num", 3, tsqlNum, true},
     {"tsql_div", 2, tsqlDiv, true},
     {"tsql_mod", 2, tsqlMod, true},
-    {"tsql_add", 2, tsqlAdd, true},
+    {"tsql_add", -1, tsqlAdd, true},
     {"tsql_int", 1, tsqlInt, true},
     {"tsql_len", 1, tsqlLen, true},
     {"tsql_charindex", 2, tsqlCharindex, true},
@@ -829,6 +837,7 @@ void registerRuntime(sqlite3* db) {
     sqlite3_create_collation(db, "TSQL_DATE", SQLITE_UTF8, nullptr, compareDate);
     registerFunctions(db, std::begin(kFunctions), std::end(kFunctions));
     registerBuiltins(db);
+    registerNumberFunctions(db);
     sqlite3_create_function(db, "tsql_single", 1, SQLITE_UTF8 | SQLITE_INNOCUOUS | SQLITE_DETERMINISTIC, nullptr, nullptr,
                             tsqlSingleStep, tsqlSingleFinal);
     // sysobjects lists the user tables, as the server's catalog view does for type 'U'.

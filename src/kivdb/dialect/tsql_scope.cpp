@@ -41,6 +41,17 @@ void Scope::addTable(const QString& exposed, const QString& table) {
     tables_.push_back({exposed, table, catalog_.tableColumns(table)});
 }
 
+void Scope::typeDerived(const QString& exposed, const std::vector<ColumnKind>& kinds,
+                        const std::vector<NumericType>& numerics) {
+    for (auto& t : tables_) {
+        if (!t.table.isEmpty() || !t.columns || t.exposed.compare(exposed, Qt::CaseInsensitive) != 0) continue;
+        for (size_t i = 0; i < t.columns->size() && i < kinds.size() && i < numerics.size(); ++i) {
+            (*t.columns)[i].kind = kinds[i];
+            (*t.columns)[i].numeric = numerics[i];
+        }
+    }
+}
+
 bool Scope::fullyKnown() const {
     for (const auto& t : tables_)
         if (!t.columns) return false;
@@ -51,37 +62,44 @@ Scope::Resolution Scope::resolve(const QStringList& parts) const {
     Resolution r;
     if (parts.isEmpty()) return r;
     const QString& column = parts.last();
-    auto columnIn = [&](const ScopeTable& t) -> const CatalogColumn* {
-        if (!t.columns) return nullptr;
+    auto columnIn = [&](const ScopeTable& t, bool& found) {
+        found = false;
+        if (!t.columns) return CatalogColumn{};
         for (const auto& c : *t.columns)
-            if (c.name.compare(column, Qt::CaseInsensitive) == 0) return &c;
-        return nullptr;
-    };
-    auto take = [&](const CatalogColumn* c) {
-        r.kind = c ? c->kind : ColumnKind::Unknown;
-        r.national = c && c->national;
+            if (c.name.compare(column, Qt::CaseInsensitive) == 0) {
+                found = true;
+                return c;
+            }
+        return CatalogColumn{};
     };
     if (parts.size() >= 2) {
         const QString& qualifier = parts[parts.size() - 2];
         for (int i = 0; i < int(tables_.size()); ++i) {
             if (tables_[i].exposed.compare(qualifier, Qt::CaseInsensitive) != 0) continue;
+            bool found = false;
             r.scope = this;
             r.tableIndex = i;
-            take(columnIn(tables_[i]));
+            const CatalogColumn c = columnIn(tables_[i], found);
+            r.kind = c.kind;
+            r.numeric = c.numeric;
+            r.national = c.national;
             return r;
         }
         return parent_ ? parent_->resolve(parts) : r;
     }
     for (int i = 0; i < int(tables_.size()); ++i) {
-        const CatalogColumn* c = columnIn(tables_[i]);
-        if (!c) continue;
+        bool found = false;
+        const CatalogColumn c = columnIn(tables_[i], found);
+        if (!found) continue;
         if (r.scope) {
             r.ambiguous = true;
             return r;
         }
         r.scope = this;
         r.tableIndex = i;
-        take(c);
+        r.kind = c.kind;
+        r.numeric = c.numeric;
+        r.national = c.national;
     }
     if (r.scope || !fullyKnown()) return r;
     return parent_ ? parent_->resolve(parts) : r;

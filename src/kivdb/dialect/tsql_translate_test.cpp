@@ -516,6 +516,97 @@ TEST_F(TsqlTranslate, LongConditionsRunOnTheEngine) {
     EXPECT_EQ(db.run("select count(*) from Rp_RAcct where " + search.join(" or ")), QStringList{"3"});
 }
 
+// Operator chains as long as hosts write them print without a parenthesis per operator,
+// and keep T-SQL's left-to-right order where SQLite would bind otherwise.
+TEST_F(TsqlTranslate, LongChainsRunOnTheEngine) {
+    QStringList columns, values, joined;
+    for (int i = 1; i <= 50; ++i) {
+        columns << QStringLiteral("c%1 varchar(4)").arg(i);
+        values << QStringLiteral("'v%1'").arg(i);
+        joined << QStringLiteral("v%1").arg(i);
+    }
+    db.run("create table Wide (" + columns.join(", ") + ")");
+    db.run("insert into Wide values (" + values.join(", ") + ")");
+    auto chain = [](const QString& term, int count, const QString& op) {
+        QStringList terms;
+        for (int i = 1; i <= count; ++i) terms << (term.contains(QLatin1Char('%')) ? term.arg(i) : term);
+        return terms.join(op);
+    };
+    const QString concatenation = chain("w.c%1", 50, " + ',' + ");
+    const QString sum = chain("%1", 100, " + ");
+    const struct {
+        const char* name;
+        QString tsql;
+        QStringList rows;
+    } cases[] = {
+        {"50 columns joined", "select " + concatenation + " from Wide w", {joined.join(",")}},
+        // Columns of a select * derived table have no known type: the runtime adds them.
+        {"50 untyped columns joined", "select " + concatenation + " from (select * from Wide) w", {joined.join(",")}},
+        {"100-term sum", "select " + sum, {"5050"}},
+        {"100-term sum of a column", "select " + chain("Type", 100, " + ") + " from Rp_RAcct where CustNo = 'C2'", {"200"}},
+        {"256 or terms", "select CustNo from Rp_RAcct where " + chain("CustNo = 'x%1'", 255, " or ") + " or CustNo = 'C3'",
+         {"C3"}},
+        {"3000 and terms", "select count(*) from Rp_RAcct where " + chain("CustNo <> 'x%1'", 3000, " and "), {"3"}},
+        {"& binds as + does", "select 2 & 3 + 4, 1 + 2 | 4, 2 * 3 + 4 * 5", {"6|7|26"}},
+        {"left to right", "select 10 - 2 - 3, 12 / 2 / 3, 1 - (2 - 3), 'a' + 'b' + 'c'", {"5|2|2|abc"}},
+        // ('5' + '0') + 1, not '5' + ('0' + 1).
+        {"untyped operands fold left", "select w.c1 + '0' + 1 from (select c1 = '5') w", {"51"}},
+    };
+    for (const auto& c : cases) {
+        try {
+            EXPECT_EQ(db.run(c.tsql), c.rows) << c.name;
+        } catch (const std::exception& e) {
+            ADD_FAILURE() << c.name << ": " << e.what();
+        }
+    }
+}
+
+// Derived tables nest as deep as the server's 32 levels; subqueries the embedded parser
+// cannot hold are refused with the server's nesting message and the engine's limit.
+TEST_F(TsqlTranslate, NestedQueriesReachTheServersLimitOrSaySo) {
+    QString derived = QStringLiteral("select CustNo from Rp_RAcct where CustNo = 'C1'");
+    for (int i = 0; i < 32; ++i) derived = QStringLiteral("select CustNo from (%1) d%2").arg(derived).arg(i);
+    EXPECT_EQ(db.run(derived), QStringList{"C1"});
+    auto exists = [](int levels) {
+        QString tsql = QStringLiteral("select 1");
+        for (int i = 0; i < levels; ++i) tsql = QStringLiteral("select 1 where exists (%1)").arg(tsql);
+        return tsql;
+    };
+    EXPECT_EQ(db.run(exists(11)), QStringList{"1"});
+    const std::string error = db.errorOf(exists(32));
+    EXPECT_EQ(error, std::string(kNestedTooDeeply) + " The embedded database nests subqueries 7 levels deep at least, the server 32.");
+}
+
+// Names and values that hold QString placeholders (%1, %3, %%) reach the engine as written.
+TEST(TsqlPlaceholders, NamesAndValuesKeepTheirPercentSigns) {
+    const struct {
+        const char* setup;
+        const char* check;
+        QStringList rows;
+    } cases[] = {
+        {"create table [Q%3] (id int identity(100,1), v int) insert into [Q%3] (v) values (1)",
+         "select id, v from [Q%3]", {"100|1"}},
+        {"create table [A%1%2] (id int identity(5,1), v int) insert into [A%1%2] (v) values (2)",
+         "select id from [A%1%2]", {"5"}},
+        {"create table [T%1] ([c%2] varchar(3), [d%%] int) insert into [T%1] values ('%1%', 7)",
+         "select [c%2], [d%%] from [T%1]", {"%1%|7"}},
+        {"", "select convert(varchar(10), '%1%3'), 'a%1' + '%2%%'", {"%1%3|a%1%2%%"}},
+    };
+    for (const auto& c : cases) {
+        SqliteTestDb db;
+        try {
+            if (*c.setup) db.run(QString::fromUtf8(c.setup));
+            EXPECT_EQ(db.run(QString::fromUtf8(c.check)), c.rows) << c.setup;
+        } catch (const std::exception& e) {
+            ADD_FAILURE() << c.setup << ": " << e.what();
+        }
+    }
+    // The declared length still holds for a column whose name holds a placeholder.
+    SqliteTestDb db;
+    db.run("create table [T%1] ([c%2] varchar(3))");
+    EXPECT_NE(db.errorOf("insert into [T%1] values ('abcd')"), "");
+}
+
 // The wording users see in the host's error box is the server's.
 TEST(TsqlSyntax, MessagesUseTheServersWording) {
     SqliteTestDb db;
@@ -537,6 +628,10 @@ TEST(TsqlSyntax, MessagesUseTheServersWording) {
         {"create table t (a int, constraint pk primary key)", "Incorrect syntax near ')'."},
     };
     for (const auto& c : cases) EXPECT_EQ(db.errorOf(c.tsql), std::string(c.message)) << c.tsql;
+    // A literal that never ends is quoted by its start.
+    const QString longText(1 << 20, QLatin1Char('x'));
+    EXPECT_EQ(db.errorOf("select '" + longText),
+              "Unclosed quotation mark after the character string '" + std::string(100, 'x') + "...'.");
 }
 
 TEST(TsqlBatches, GoLinesSeparateBatches) {
@@ -583,6 +678,17 @@ TEST(TsqlCache, RepeatedStatementIsTranslatedOnce) {
     EXPECT_THROW(cache.translate("select", db.catalog()), SqlError);
     EXPECT_EQ(cache.size(), 1);
     EXPECT_EQ(cache.translateTyped(sql, db.catalog()).resultKinds, std::vector<ColumnKind>{ColumnKind::Integer});
+}
+
+TEST(TsqlCache, HoldsTextsUpToItsBound) {
+    SqliteTestDb db;
+    TranslationCache cache;
+    const QString filler(128 * 1024, QLatin1Char('x'));
+    for (int i = 0; i < 200; ++i) {
+        cache.translate(QStringLiteral("select %1, '").arg(i) + filler + QLatin1Char('\''), db.catalog());
+        ASSERT_LE(cache.bytes(), TranslationCache::kMaxBytes) << i;
+    }
+    EXPECT_GT(cache.size(), 10);
 }
 
 }  // namespace

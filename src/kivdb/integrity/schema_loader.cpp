@@ -98,8 +98,7 @@ std::vector<InventoryColumn> readInventory(const QString& path) {
                               });
         if (!complete)
             throw SchemaError(QStringLiteral("%1:%2: expected table, column, type, module")
-                                  .arg(path)
-                                  .arg(i + 1)
+                                  .arg(path, QString::number(i + 1))
                                   .toStdString());
         columns.push_back({f[0].trimmed(), f[1].trimmed(), f[2].trimmed(), f[3].trimmed()});
     }

@@ -60,10 +60,8 @@ QString firstOverIssueQuery(const IssueCheck& check, qint64 refNo) {
                " on b.RefJobNo = i.RefJobNo and b.CompNo = i.PartNo"
                " where round(i.Qty - (%4), %5) > 0"
                " order by i.RefJobNo, i.PartNo")
-        .arg(componentColumns)
-        .arg(refNo)
-        .arg(QLatin1String(check.componentTotals), QLatin1String(check.allowance))
-        .arg(kQuantityScale);
+        .arg(componentColumns, QString::number(refNo), QLatin1String(check.componentTotals),
+             QLatin1String(check.allowance), QString::number(kQuantityScale));
 }
 
 void runIssueCheck(const IssueCheck& check, Connection& conn, ProcedureCall& call) {
