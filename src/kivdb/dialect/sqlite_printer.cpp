@@ -326,6 +326,11 @@ public:
 
     std::optional<std::vector<ColumnKind>> resultKinds;  // set for a select that returns rows
 
+private:
+    bool orderingBy_ = false;  // translating an order by list
+
+public:
+
     QStringList statement(const Statement& s) {
         commonTables_.clear();
         hoistDerived_ = derivedDepth(s) > kInlineDerivedDepth;
@@ -448,6 +453,8 @@ private:
         QString out = parts.join(QString());
         if (!s.orderBy.empty()) {
             QStringList items;
+            const bool outerOrderBy = orderingBy_;
+            orderingBy_ = true;
             for (const auto& o : s.orderBy) {
                 // The order of a union names result columns: a.x is the column x.
                 const QString term = !single && o.expr->kind == ExprKind::Column
@@ -455,6 +462,7 @@ private:
                                          : collated(*o.expr, expr(*o.expr, *firstScope));
                 items << term + (o.descending ? QStringLiteral(" DESC") : QString());
             }
+            orderingBy_ = outerOrderBy;
             out += QStringLiteral(" ORDER BY ") + items.join(QStringLiteral(", "));
         }
         if (single && first(s).top) out += topClause(first(s));
@@ -1039,8 +1047,9 @@ private:
 
     // The session values the embedded database has: rows the last change touched, the last
     // identity value, and the error of the last statement (always none: an error ends the
-    // batch). Any other @@ name is unknown to the server too.
-    static Typed globalVariable(const QString& name) {
+    // batch). Any other @@ name is unknown to the server too, and a batch here declares no
+    // @variables.
+    static Typed variable(const QString& name) {
         const QString n = name.toLower();
         if (n == QLatin1String("@@rowcount")) return {QStringLiteral("changes()"), ColumnKind::Integer};
         if (n == QLatin1String("@@identity")) return {QLatin1String(kLastIdentity), ColumnKind::Integer};
@@ -1048,9 +1057,24 @@ private:
         throw SqlError(QStringLiteral("Must declare the scalar variable \"%1\".").arg(name).toStdString());
     }
 
+    static bool everyLevelKnown(const Scope& scope) {
+        for (const Scope* s = &scope; s; s = s->parent())
+            if (!s->fullyKnown()) return false;
+        return true;
+    }
+
     Typed column(const Expr& e, const Scope& scope) {
-        if (e.parts.size() == 1 && e.parts.front().startsWith(QLatin1String("@@"))) return globalVariable(e.parts.front());
+        if (e.parts.size() == 1 && e.parts.front().startsWith(QLatin1Char('@'))) return variable(e.parts.front());
         const auto r = scope.resolve(e.parts);
+        // A name that no table of the statement has is the server's error; where a table's
+        // columns are unknown the engine decides. Order by may name the select list's aliases.
+        if (!r.scope && !e.quoted && !orderingBy_ && !scope.tables().empty() && everyLevelKnown(scope)) {
+            if (e.parts.size() > 1)
+                throw SqlError(QStringLiteral("The multi-part identifier \"%1\" could not be bound.")
+                                   .arg(quotedExcerpt(e.parts.join(QLatin1Char('.'))))
+                                   .toStdString());
+            throw SqlError(QStringLiteral("Invalid column name '%1'.").arg(quotedExcerpt(e.parts.last())).toStdString());
+        }
         // With QUOTED_IDENTIFIER ON "x" names a column; as text it is an error, not a literal.
         if (e.quoted && !r.scope && scope.fullyKnown() && !scope.tables().empty())
             throw SqlError(QStringLiteral("Invalid column name '%1'.").arg(quotedExcerpt(e.parts.last())).toStdString());

@@ -131,6 +131,10 @@ TEST(TsqlBuiltins, GiveTheServersValues) {
         {"select convert(datetime, '31/03/2006', 103), convert(datetime, '03/31/06', 1), "
          "convert(datetime, '31-03-2006 10:20', 105)",
          "2006-03-31 00:00:00|2006-03-31 00:00:00|2006-03-31 10:20:00"},
+        // Style 0's text reads back.
+        {"select convert(datetime, 'Mar 31 2006  8:05PM'), convert(datetime, convert(varchar, d)), "
+         "isdate('February 29, 2006'), convert(datetime, '2006-03-31 12:30 am') from B where n = 7",
+         "2006-03-31 20:05:00|2006-03-31 08:05:00|0|2006-03-31 00:30:00"},
         {"select len(newid()), count(distinct x) from (select newid() x union all select newid()) t", "36|2"},
         {"update B set n = n where n > 0 select @@rowcount", "1"},
         {"insert into B (n) values (9) select @@identity, scope_identity()", "3|3"},
@@ -186,6 +190,10 @@ TEST(TsqlBuiltins, RaiseTheServersErrors) {
         {"select convert(datetime, '1752-12-31')", outOfRange},
         {"select convert(datetime, 1e300)", "Arithmetic overflow error converting expression to data type datetime."},
         {"select convert(datetime, -54000)", "Arithmetic overflow error converting expression to data type datetime."},
+        {"select nosuch from B", "Invalid column name 'nosuch'."},
+        {"select x.n from B", "The multi-part identifier \"x.n\" could not be bound."},
+        {"select @x", "Must declare the scalar variable \"@x\"."},
+        {"select @@spid", "Must declare the scalar variable \"@@spid\"."},
         {"select substring('abc', 1, -1)", "Invalid length parameter passed to the substring function."},
         {"select sqrt(-1)", "An invalid floating point operation occurred."},
         {"select log(0)", "An invalid floating point operation occurred."},

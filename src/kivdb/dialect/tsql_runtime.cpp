@@ -127,12 +127,55 @@ std::optional<DateTimeParts> parseTime(const QString& s, int& i, DateTimeParts p
             p.msec = frac;
         }
     }
+    // A 12-hour clock: 8:05PM, 12:00 AM.
+    int k = i;
+    while (k < s.size() && s[k] == u' ') ++k;
+    if (k + 1 < s.size() && QStringView(u"AaPp").contains(s[k]) && (s[k + 1] == u'M' || s[k + 1] == u'm')) {
+        if (p.hour > 12) return std::nullopt;
+        p.hour = p.hour % 12 + (s[k].toLower() == u'p' ? 12 : 0);
+        i = k + 2;
+    }
     if (p.hour > 23 || p.minute > 59 || p.second > 59) return std::nullopt;
     return p;
 }
 
+namespace {
+
+// Mon dd[,] yyyy [time], as style 0 writes it: an English month name or its first letters.
+std::optional<DateTimeParts> parseMonthNameDate(const QString& s) {
+    static const char* const months[] = {"january", "february", "march",     "april",   "may",      "june",
+                                         "july",    "august",   "september", "october", "november", "december"};
+    DateTimeParts p;
+    int i = 0;
+    while (i < s.size() && s[i].isLetter()) ++i;
+    const QString word = s.left(i).toLower();
+    p.month = 0;
+    for (int m = 0; m < 12 && word.size() >= 3; ++m)
+        if (QLatin1String(months[m]).startsWith(word)) p.month = m + 1;
+    auto blanks = [&] { while (i < s.size() && s[i] == u' ') ++i; };
+    blanks();
+    p.day = digitsAt(s, i, 2);
+    if (i < s.size() && s[i] == u',') ++i;
+    blanks();
+    const int yearStart = i;
+    p.year = digitsAt(s, i, 4);
+    if (p.month == 0 || p.day < 0 || i - yearStart != 4) return std::nullopt;
+    if (i < s.size()) {
+        if (s[i] != u' ') return std::nullopt;
+        blanks();
+        const auto t = parseTime(s, i, p);
+        if (!t) return std::nullopt;
+        p = *t;
+    }
+    if (i != s.size() || !QDate::isValid(p.year, p.month, p.day)) return std::nullopt;
+    return p;
+}
+
+}  // namespace
+
 std::optional<DateTimeParts> parseDateTime(const QString& text) {
     const QString s = text.trimmed();
+    if (!s.isEmpty() && s.front().isLetter()) return parseMonthNameDate(s);
     DateTimeParts p;
     int i = 0;
     const int year = digitsAt(s, i, 8);
