@@ -731,19 +731,7 @@ private:
                           QStringLiteral(" AND ") + hi.sql),
                     ColumnKind::Integer};
         }
-        case ExprKind::InList: {
-            Typed v = expr(*e.args[0], scope);
-            std::vector<Typed> list;
-            std::vector<Typed*> refs;
-            for (size_t i = 1; i < e.args.size(); ++i) list.push_back(expr(*e.args[i], scope));
-            for (auto& t : list) refs.push_back(&t);
-            const QString value = comparedOperand(v, refs);
-            QStringList items;
-            for (const auto& t : list) items << t.sql;
-            return {paren(value + (e.negated ? QStringLiteral(" NOT IN (") : QStringLiteral(" IN (")) +
-                          items.join(QStringLiteral(", ")) + QLatin1Char(')')),
-                    ColumnKind::Integer};
-        }
+        case ExprKind::InList: return inList(e, scope);
         case ExprKind::InSelect: {
             Typed v = expr(*e.args[0], scope);
             QString value = v.sql;
@@ -763,6 +751,59 @@ private:
         case ExprKind::Convert: return convert(e, scope);
         }
         return {};
+    }
+
+    // The list's literal items count in the comparison's typing as one text and one number
+    // operand, and print as the parser kept them unless a numeric value needs their texts
+    // as numbers.
+    Typed inList(const Expr& e, const Scope& scope) {
+        Typed v = expr(*e.args[0], scope);
+        std::vector<Typed> list;
+        for (size_t i = 1; i < e.args.size(); ++i) list.push_back(expr(*e.args[i], scope));
+        const size_t stated = list.size();
+        const LiteralItems* literals = e.literals.get();
+        if (literals && literals->strings) list.push_back(Typed{QString(), ColumnKind::Text});
+        if (literals && literals->numbers) list.push_back(Typed{QString(), literals->decimals ? ColumnKind::Decimal : ColumnKind::Integer});
+        std::vector<Typed*> refs;
+        for (auto& t : list) refs.push_back(&t);
+        const QString value = comparedOperand(v, refs);
+        QString out = QLatin1Char('(') + value + (e.negated ? QStringLiteral(" NOT IN (") : QStringLiteral(" IN ("));
+        for (size_t i = 0; i < stated; ++i) out += (i ? QStringLiteral(", ") : QString()) + list[i].sql;
+        if (literals) {
+            if (stated) out += QStringLiteral(", ");
+            out += isNumeric(v.kind) && literals->strings ? numericLiterals(*literals, v.kind) : literals->sql;
+        }
+        return {out + QStringLiteral("))"), ColumnKind::Integer};
+    }
+
+    // The literal items with each text converted as a number of the given kind.
+    QString numericLiterals(const LiteralItems& items, ColumnKind kind) {
+        const QString& sql = items.sql;
+        QStringList out;
+        qsizetype i = 0;
+        while (i < sql.size()) {
+            qsizetype end;
+            if (sql[i] == u'\'') {
+                QString value;
+                end = i + 1;
+                for (;; ++end) {
+                    if (sql[end] == u'\'') {
+                        if (end + 1 < sql.size() && sql[end + 1] == u'\'') ++end;
+                        else break;
+                    }
+                    value += sql[end];
+                }
+                ++end;
+                Typed text{sql.mid(i, end - i), ColumnKind::Text, true, value};
+                out << toNumber(text, kind);
+            } else {
+                end = sql.indexOf(QLatin1Char(','), i);
+                if (end < 0) end = sql.size();
+                out << sql.mid(i, end - i);
+            }
+            i = end + 2;  // past ", "
+        }
+        return out.join(QStringLiteral(", "));
     }
 
     Typed column(const Expr& e, const Scope& scope) {

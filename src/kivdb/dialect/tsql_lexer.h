@@ -23,7 +23,20 @@ struct Token {
     bool isOp(const char* op) const { return type == TokenType::Operator && text == QLatin1String(op); }
 };
 
-// Throws SqlError for an unterminated quote, bracket or comment.
+// Reads the tokens of a text one at a time, so that a long statement never holds all of
+// them at once. After the last token it answers End for ever. Throws SqlError for an
+// unterminated quote, bracket or comment.
+class Lexer {
+public:
+    explicit Lexer(const QString& sql) : sql_(sql) {}
+    Token next();
+
+private:
+    const QString& sql_;
+    int pos_ = 0;
+};
+
+// All tokens, End last. Throws SqlError as Lexer does.
 std::vector<Token> tokenize(const QString& sql);
 
 }  // namespace kivdb::dialect

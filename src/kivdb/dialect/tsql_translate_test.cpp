@@ -561,6 +561,29 @@ TEST_F(TsqlTranslate, LongChainsRunOnTheEngine) {
     }
 }
 
+// The literals of an in list are kept as text, not a node each, and still compare as the
+// server compares them.
+TEST_F(TsqlTranslate, InListLiteralsCompareAsTheServerCompares) {
+    const struct {
+        const char* tsql;
+        QStringList rows;
+    } cases[] = {
+        {"select CustNo from Rp_RAcct where Type in ('1', '3') order by CustNo", {"C1", "C3"}},
+        {"select CustNo from Rp_RAcct where CustNo in ('c1 ', 'C2', CustNo + 'x') order by CustNo", {"C1", "C2"}},
+        {"select NoteNo from T_pinvhea where RefNo in (12, 9) order by NoteNo", {"T1", "T2"}},
+        {"select CustNo from Rp_RAcct where NoteNo in ('S''1', 'S001, S002', 'S001')", {"C1"}},
+        {"select CustNo from Rp_RAcct where Type not in (1, 2.5) order by CustNo", {"C2", "C3"}},
+        {"select CustNo from Rp_RAcct where Type in (Type - 1, '2', 7)", {"C2"}},
+    };
+    for (const auto& c : cases) {
+        try {
+            EXPECT_EQ(db.run(c.tsql), c.rows) << c.tsql;
+        } catch (const std::exception& e) {
+            ADD_FAILURE() << c.tsql << ": " << e.what();
+        }
+    }
+}
+
 // Derived tables nest as deep as the server's 32 levels; subqueries the embedded parser
 // cannot hold are refused with the server's nesting message and the engine's limit.
 TEST_F(TsqlTranslate, NestedQueriesReachTheServersLimitOrSaySo) {
