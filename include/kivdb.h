@@ -2,7 +2,14 @@
  *
  * Conventions
  *  - Every export takes the connection first (a handle from kivdb_connect or GetDataConnection).
- *  - Strings are const char* in the library's encoding: GBK by default, see kivdb_set_encoding.
+ *    A handle is checked on every call: one that was closed, whose data module was removed,
+ *    or that the library never gave out makes the call fail with an error, never crash.
+ *  - Threads may share a connection: calls on one connection take turns, each holding it from
+ *    its first statement to its last row read.
+ *  - Strings are const char* in the library's encoding: GB18030 by default (GBK's bytes for
+ *    every GBK character, so GBK hosts work unchanged, and every other character as well), or
+ *    UTF-8, see kivdb_set_encoding. Bytes that are not text in the encoding (a stray or final
+ *    lead byte) make the call fail before anything is sent.
  *  - String and variant results come through a first hidden pointer argument: the library frees
  *    what the variable held and stores a new value, which the caller frees with kivdb_free
  *    (strings) or kivdb_variant_free (variants).
@@ -38,12 +45,14 @@ typedef struct kivdb_host_module kivdb_host_module;
 
 /* Connections: "sqlite:PATH" (embedded database) or "odbc:CONNECTION-STRING". */
 KIVDB_API kivdb_conn* KIVDB_CALL kivdb_connect(const char* url);
-/* Closes a connection made by kivdb_connect; a host-owned one (GetDataConnection) is left alone. */
+/* Closes a connection made by kivdb_connect (once a call running on it in another thread
+ * ends); a host-owned one (GetDataConnection) is left alone. */
 KIVDB_API void KIVDB_CALL kivdb_disconnect(kivdb_conn* conn);
 
 /* The calling thread's last error, "" when the last call succeeded. Valid until the next call. */
 KIVDB_API const char* KIVDB_CALL kivdb_last_error(void);
-/* "GBK" (default) or "UTF-8"; answers false for an encoding the library does not know. */
+/* "GB18030" (default; "GBK" and "CP936" name it too) or "UTF-8"; answers false for an
+ * encoding the library does not know. */
 KIVDB_API bool KIVDB_CALL kivdb_set_encoding(const char* name);
 KIVDB_API void KIVDB_CALL kivdb_free(char* text);
 

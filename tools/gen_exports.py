@@ -109,9 +109,9 @@ def c_result(e):
     return "void" if e.result in HIDDEN_RESULT else TYPES[e.result][3]
 
 
-def abi_argument(name, type_):
+def abi_argument(name, type_, conn_index):
     return {
-        "conn": f"abi::connection({name})",
+        "conn": f"turn.connection({conn_index.get(name)})",
         "string": f"abi::inText({name})",
         "variant": f"abi::inVariant({name})",
         "variant_array": f"abi::inVariantArray({name})",
@@ -146,18 +146,23 @@ def gen_abi(exports):
     out = ["// Generated from the export table; do not edit.", '#include "abi/abi_runtime.h"',
            '#include "kivdb/exports.h"', "", "using namespace kivdb;", "", 'extern "C" {', ""]
     for e in exports:
-        call = f"kivdb::{e.name}({', '.join(abi_argument(n, t) for n, t in e.params)})"
+        conns = [n for n, t in e.params if t == "conn"]
+        conn_index = {n: i for i, n in enumerate(conns)}
+        call = f"kivdb::{e.name}({', '.join(abi_argument(n, t, conn_index) for n, t in e.params)})"
+        # The call's connections are looked up and held for the whole call, result included.
+        turn = f"const abi::ConnectionTurn turn({{{', '.join(conns)}}}); " if conns else ""
         out.append(f"KIVDB_API {c_result(e)} KIVDB_CALL {e.name}({c_params(e)}) {{")
         if e.result == "string":
-            out.append(f"    abi::storeText(result, abi::guarded<QString>(QString(), [&] {{ return {call}; }}));")
+            out.append(f"    abi::storeText(result, abi::guarded<QString>(QString(), [&] {{ {turn}return {call}; }}));")
         elif e.result == "variant":
-            out.append(f"    abi::storeVariant(result, abi::guarded<Value>(Value(), [&] {{ return {call}; }}));")
+            out.append(f"    abi::storeVariant(result, abi::guarded<Value>(Value(), [&] {{ {turn}return {call}; }}));")
         elif e.result == "none":
-            out.append(f"    abi::guarded([&] {{ {call}; }});")
+            out.append(f"    abi::guarded([&] {{ {turn}{call}; }});")
         elif e.result == "conn":
-            out.append(f"    return abi::guarded<kivdb_conn*>(nullptr, [&] {{ return abi::connectionHandle({call}); }});")
+            out.append(f"    return abi::guarded<kivdb_conn*>(nullptr, [&] {{ {turn}const auto screen = abi::hostScreenLock(); "
+                       f"return abi::connectionHandle({call}); }});")
         else:
-            out.append(f"    return abi::guarded<{c_result(e)}>({C_DEFAULT[e.result]}, [&] {{ return {call}; }});")
+            out.append(f"    return abi::guarded<{c_result(e)}>({C_DEFAULT[e.result]}, [&] {{ {turn}return {call}; }});")
         out.append("}")
         out.append("")
     out += ['}  // extern "C"', ""]
@@ -179,18 +184,27 @@ def camel(type_):
     return "".join(part.capitalize() for part in type_.split("_"))
 
 
+def cli_callable(e):
+    """Whether `kivdb call` can read the export's arguments and print its result."""
+    return (all(t in CLI_ARG_TYPES for _, t in e.params if t != "conn")
+            and e.result in CLI_RESULT_TYPES
+            and sum(1 for _, t in e.params if t == "conn") <= 1)
+
+
+def declaration(e):
+    params = ", ".join(f"{n}: {t}" for n, t in e.params)
+    return f"{e.name}({params}) -> {e.result} [{e.subsystem}]"
+
+
 def gen_cli(exports):
     out = ["// Generated from the export table; do not edit.", '#include "cli/call_table.h"',
            '#include "kivdb/exports.h"', "", "namespace kivdb::cli {", "",
            "const std::vector<CallableExport>& callableExports() {",
            "    static const std::vector<CallableExport> table = {"]
     for e in exports:
-        value_params = [(n, t) for n, t in e.params if t != "conn"]
-        callable_ = (all(t in CLI_ARG_TYPES for _, t in value_params)
-                     and e.result in CLI_RESULT_TYPES
-                     and sum(1 for _, t in e.params if t == "conn") <= 1)
-        if not callable_:
+        if not cli_callable(e):
             continue
+        value_params = [(n, t) for n, t in e.params if t != "conn"]
         args, index = [], 0
         for n, t in e.params:
             if t == "conn":
@@ -207,6 +221,12 @@ def gen_cli(exports):
             body = f"return CallResult::of{camel(e.result)}({call});"
         out.append(f'        {{"{e.name}", "{e.subsystem}", {needs_conn}, {{{params}}},')
         out.append(f"         [](CallContext& ctx, const CallArgs& args) -> CallResult {{ {body} }}}},")
+    out += ["    };", "    return table;", "}", "",
+            "const std::vector<ExportDeclaration>& exportDeclarations() {",
+            "    static const std::vector<ExportDeclaration> table = {"]
+    for e in exports:
+        callable_ = "true" if cli_callable(e) else "false"
+        out.append(f'        {{"{e.name}", "{declaration(e)}", {callable_}}},')
     out += ["    };", "    return table;", "}", "", "}  // namespace kivdb::cli", ""]
     return "\n".join(out)
 

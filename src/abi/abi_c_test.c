@@ -1,8 +1,11 @@
 /* The C interface as a C host uses it: connect, call exports with GBK text both ways,
- * hidden string results, the thread's last error, switching to UTF-8. Prints the plain
+ * characters beyond GBK, hidden string results, the thread's last error, switching to
+ * UTF-8, stale handles, and threads sharing one connection. Prints the plain
  * "N passed, N failed" line and exits non-zero on any failure. */
 #include "kivdb.h"
 
+#include <pthread.h>
+#include <stdint.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -17,6 +20,75 @@ static void check(int ok, const char* what) {
 /* "甲乙" in GBK and in UTF-8. */
 static const char kGbk[] = "\xbc\xd7\xd2\xd2";
 static const char kUtf8[] = "\xe7\x94\xb2\xe4\xb9\x99";
+
+/* Text GBK has no bytes for, as GB18030 writes it: U+20000, U+1F600, sharp s, won sign. */
+static const char kBeyondGbk[] = "a\x95\x32\x82\x36\x94\x39\xfc\x36\x81\x30\x89\x38\x81\x36\xb2\x39" "b";
+
+enum { kThreads = 8, kCallsPerThread = 500 };
+
+struct Worker {
+    kivdb_conn* conn;
+    int index;
+    int wrong;
+};
+
+/* Each thread asks for numbers it knows, in texts of its own, on the one shared connection;
+ * its last error is its own. */
+static void* hammer(void* arg) {
+    struct Worker* w = (struct Worker*)arg;
+    char sql[64];
+    for (int i = 0; i < kCallsPerThread; ++i) {
+        snprintf(sql, sizeof sql, "select %d * 1000 + %d", w->index, i);
+        if (SelTableIntValue(w->conn, sql) != w->index * 1000 + i || kivdb_last_error()[0] != '\0') ++w->wrong;
+        if (i % 100 == 0 && GetTableMaxInteger(w->conn, "Bs_ProdList", "Qty") != 7) ++w->wrong;
+    }
+    return NULL;
+}
+
+static void checkThreadsShareOneConnection(kivdb_conn* conn) {
+    pthread_t threads[kThreads];
+    struct Worker workers[kThreads];
+    for (int t = 0; t < kThreads; ++t) {
+        workers[t] = (struct Worker){conn, t, 0};
+        pthread_create(&threads[t], NULL, hammer, &workers[t]);
+    }
+    int wrong = 0;
+    for (int t = 0; t < kThreads; ++t) {
+        pthread_join(threads[t], NULL);
+        wrong += workers[t].wrong;
+    }
+    check(wrong == 0, "threads sharing one connection all get their own answers");
+}
+
+static int failsWith(const char* fragment) { return strstr(kivdb_last_error(), fragment) != NULL; }
+
+/* A handle that was closed, whose data module was removed, or that never came from the
+ * library answers an error, never a crash. */
+static void checkStaleHandles(const char* url) {
+    kivdb_host_module* module = kivdb_host_add_data_module("TKivDmDataModule");
+    check(kivdb_host_add_component(module, "TADOConnection", url), "host connection component");
+    kivdb_conn* host = GetDataConnection();
+    check(host && SelTableIntValue(host, "select 7") == 7, "host connection works");
+    check(GetDataConnection() == host, "the same handle for the same connection");
+    kivdb_host_remove_data_module(module);
+    check(SelTableIntValue(host, "select 7") == 0 && failsWith("invalid connection handle"),
+          "a connection of a removed data module");
+    check(GetDataConnection() == NULL, "no data module left");
+    check(!kivdb_host_add_component(module, "TADOConnection", url) && failsWith("invalid data module handle"),
+          "a removed data module");
+    kivdb_host_remove_data_module(module);
+    check(failsWith("invalid data module handle"), "a data module removed twice");
+
+    kivdb_conn* closed = kivdb_connect(url);
+    kivdb_disconnect(closed);
+    check(SelTableIntValue(closed, "select 7") == 0 && failsWith("invalid connection handle"), "a closed connection");
+    kivdb_disconnect(closed);
+    check(failsWith("invalid connection handle"), "a connection closed twice");
+    check(SelTableIntValue((kivdb_conn*)(uintptr_t)0x1234, "select 7") == 0 && failsWith("invalid connection handle"),
+          "a handle the library never gave out");
+    check(SelTableIntValue((kivdb_conn*)module, "select 7") == 0 && failsWith("invalid connection handle"),
+          "a data module passed as a connection");
+}
 
 int main(int argc, char** argv) {
     char url[512];
@@ -52,10 +124,25 @@ int main(int argc, char** argv) {
     check(!TableExistStringValue(conn, "Bs_ProdList", "PartNo", "P1' or '1'='1"), "quoted value refused");
     check(strlen(kivdb_last_error()) > 0, "quoted value reported");
 
+    /* Beyond GBK: stored and read back byte for byte. Bytes that are no text are refused
+     * and nothing is sent. */
+    snprintf(insert, sizeof insert, "insert into Bs_ProdList values ('P2', '%s', 1)", kBeyondGbk);
+    ExecTmpQuery(conn, insert);
+    SelTableStringValue(&name, conn, "select PartName from Bs_ProdList where PartNo = 'P2'");
+    check(name && strcmp(name, kBeyondGbk) == 0, "text beyond GBK comes back unchanged");
+    ExecTmpQuery(conn, "insert into Bs_ProdList values ('P3', 'a\x81 b', 1)");
+    check(failsWith("GB18030"), "a stray lead byte is refused");
+    ExecTmpQuery(conn, "insert into Bs_ProdList values ('P3', 'ab', 1) -- \x81");
+    check(failsWith("GB18030"), "a lead byte at the end is refused");
+    check(SelTableIntValue(conn, "select count(*) from Bs_ProdList where PartNo = 'P3'") == 0, "nothing was sent");
+    ExecTmpQuery(conn, "delete from Bs_ProdList where PartNo = 'P2'");
+
     check(kivdb_set_encoding("UTF-8"), "switch to UTF-8");
     SelTableStringValue(&name, conn, "select PartName from Bs_ProdList where PartNo = 'P1'");
     check(name && strcmp(name, kUtf8) == 0, "UTF-8 text after the switch");
     check(!kivdb_set_encoding("EBCDIC"), "unknown encoding refused");
+    ExecTmpQuery(conn, "insert into Bs_ProdList values ('P3', 'a\xff', 1)");
+    check(failsWith("UTF-8"), "invalid UTF-8 is refused");
     kivdb_set_encoding("GBK");
 
     GetSpErrorMsg(&name, -5);
@@ -64,6 +151,8 @@ int main(int argc, char** argv) {
     kivdb_free(name);
 
     check(SelTableIntValue(NULL, "select 1") == 0 && strlen(kivdb_last_error()) > 0, "null connection");
+    checkThreadsShareOneConnection(conn);
+    checkStaleHandles(url);
     kivdb_disconnect(conn);
     remove(url + 7);
     printf("%d passed, %d failed\n", passed, failed);

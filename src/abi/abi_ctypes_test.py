@@ -1,5 +1,5 @@
-"""The C interface from Python ctypes: Chinese text both ways, hidden string results,
-the last error, variants and arrays. Run by ctest with the library's path as argument."""
+"""The C interface from Python ctypes: Chinese text both ways, text beyond GBK as Python's
+own GB18030 codec writes it, hidden string results, the last error, variants and arrays. Run by ctest with the library's path as argument."""
 import ctypes
 import os
 import sys
@@ -60,6 +60,14 @@ with tempfile.TemporaryDirectory() as tmp:
     check(text_result(lib.SelTableStringValue, conn,
                       "select CustNo from Bs_Customer where CustName = '华东机械厂'", "gbk") == "C1",
           "GBK argument")
+    beyond = "a\U00020000\U0001F600\u00df\u20a9\u00a0\ud55cb"
+    lib.ExecTmpQuery(conn, f"insert into Bs_Customer values ('C2', '{beyond}', 0, 0)".encode("gb18030"))
+    check(text_result(lib.SelTableStringValue, conn,
+                      "select CustName from Bs_Customer where CustNo = 'C2'", "gb18030") == beyond,
+          "GB18030 beyond GBK")
+    lib.ExecTmpQuery(conn, b"insert into Bs_Customer values ('C3', 'a\x81 b', 0, 0)")
+    check(b"GB18030" in lib.kivdb_last_error(), "invalid bytes refused")
+    lib.ExecTmpQuery(conn, b"delete from Bs_Customer where CustNo <> 'C1'")
     check(lib.SelTableFloatValue(conn, b"select Credit from Bs_Customer") == 1250.5, "float result")
     check(lib.SelTableBooleanValue(conn, b"select SaleByTax from Bs_Customer") is True, "Boolean result")
     check(lib.SelTableIntegerValue2(conn, b"select Credit from Bs_Customer where 1 = 0") == -1, "-1 default")

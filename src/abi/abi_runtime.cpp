@@ -2,25 +2,104 @@
 
 #include "frame/host_screen.h"
 #include "platform/field_values.h"
+#include "platform/host_text.h"
 #include "platform/oledate.h"
 
-#include <QHash>
-#include <QStringDecoder>
-#include <QStringEncoder>
+#include <algorithm>
 #include <atomic>
 #include <cstdlib>
 #include <cstring>
+#include <unordered_map>
 
 namespace kivdb::abi {
 
 namespace {
 
-std::atomic<bool> utf8Boundary{false};  // GBK unless a host switches
+std::atomic<HostEncoding> hostEncoding{HostEncoding::Gb18030};
 thread_local QByteArray lastError;
 
-QHash<Connection*, kivdb_conn*>& hostHandles() {
-    static QHash<Connection*, kivdb_conn*> handles;
-    return handles;
+// Handles by number. Numbers count up and are never reused, so a stale handle can never
+// reach something registered after it; connections and data modules count from different
+// bases, so one passed for the other is unknown too. An entry either owns its object (a
+// connection from kivdb_connect) or watches one the host's screen owns.
+template <typename T>
+class HandleRegistry {
+public:
+    explicit HandleRegistry(uintptr_t firstHandle) : next_(firstHandle) {}
+
+    uintptr_t addOwned(std::shared_ptr<T> object) {
+        const std::lock_guard guard(mutex_);
+        entries_[next_] = {object, object};
+        return next_++;
+    }
+
+    // The same handle each time for the same live object.
+    uintptr_t addWatched(const std::shared_ptr<T>& object) {
+        const std::lock_guard guard(mutex_);
+        if (auto it = watched_.find(object.get()); it != watched_.end()) {
+            const auto entry = entries_.find(it->second);
+            if (entry != entries_.end() && entry->second.watched.lock() == object) return it->second;
+        }
+        entries_[next_] = {nullptr, object};
+        watched_[object.get()] = next_;
+        return next_++;
+    }
+
+    // Null when the handle is unknown or what it stood for is gone.
+    std::shared_ptr<T> find(uintptr_t handle) const {
+        const std::lock_guard guard(mutex_);
+        const auto it = entries_.find(handle);
+        return it == entries_.end() ? nullptr : it->second.watched.lock();
+    }
+
+    enum class Removal { Removed, NotOwned, Unknown };
+    Removal removeOwned(uintptr_t handle) {
+        std::shared_ptr<T> last;  // released after the registry's lock
+        const std::lock_guard guard(mutex_);
+        const auto it = entries_.find(handle);
+        if (it == entries_.end() || !it->second.watched.lock()) return Removal::Unknown;
+        if (!it->second.owned) return Removal::NotOwned;
+        last = std::move(it->second.owned);
+        entries_.erase(it);
+        return Removal::Removed;
+    }
+
+private:
+    struct Entry {
+        std::shared_ptr<T> owned;
+        std::weak_ptr<T> watched;
+    };
+    mutable std::mutex mutex_;
+    uintptr_t next_;
+    std::unordered_map<uintptr_t, Entry> entries_;
+    std::unordered_map<const T*, uintptr_t> watched_;
+};
+
+HandleRegistry<Connection>& connections() {
+    static HandleRegistry<Connection> registry(0x10000000);
+    return registry;
+}
+
+HandleRegistry<HostDataModule>& dataModules() {
+    static HandleRegistry<HostDataModule> registry(0x20000000);
+    return registry;
+}
+
+uintptr_t keyOf(const void* handle) { return reinterpret_cast<uintptr_t>(handle); }
+
+DatabaseError invalidConnectionHandle() {
+    return DatabaseError(QStringLiteral(
+        "invalid connection handle: it was closed, its data module was removed, or it never came from "
+        "kivdb_connect or GetDataConnection"));
+}
+
+std::shared_ptr<HostDataModule> dataModule(kivdb_host_module* handle) {
+    if (!handle) throw DatabaseError(QStringLiteral("no data module (null handle)"));
+    auto module = dataModules().find(keyOf(handle));
+    if (!module)
+        throw DatabaseError(QStringLiteral(
+            "invalid data module handle: it was removed, or it never came from kivdb_host_add_data_module"));
+    return module;
 }
 
 }  // namespace
@@ -28,30 +107,33 @@ QHash<Connection*, kivdb_conn*>& hostHandles() {
 void setLastError(const QString& message) { lastError = outText(message); }
 void clearLastError() { lastError.clear(); }
 
-Connection& connection(kivdb_conn* handle) {
-    if (!handle || !handle->connection) throw DatabaseError(QStringLiteral("no connection (null handle)"));
-    return *handle->connection;
+ConnectionTurn::ConnectionTurn(std::initializer_list<kivdb_conn*> handles) {
+    for (kivdb_conn* handle : handles) {
+        if (!handle) throw DatabaseError(QStringLiteral("no connection (null handle)"));
+        auto conn = connections().find(keyOf(handle));
+        if (!conn) throw invalidConnectionHandle();
+        connections_.push_back(std::move(conn));
+    }
+    std::vector<Connection*> order;
+    for (const auto& conn : connections_) order.push_back(conn.get());
+    std::sort(order.begin(), order.end());
+    for (Connection* conn : order) locks_.push_back(conn->lock());
 }
+
+std::unique_lock<std::recursive_mutex> hostScreenLock() { return HostScreen::instance().lock(); }
 
 kivdb_conn* connectionHandle(Connection* conn) {
     if (!conn) return nullptr;
-    kivdb_conn*& handle = hostHandles()[conn];
-    if (!handle) handle = new kivdb_conn{conn, nullptr};
-    return handle;
+    const std::shared_ptr<Connection> shared = conn->shared_from_this();
+    return reinterpret_cast<kivdb_conn*>(connections().addWatched(shared));
 }
 
 QString inText(const char* text) {
     if (!text) return {};
-    if (utf8Boundary) return QString::fromUtf8(text);
-    QStringDecoder decoder("GBK");
-    return decoder.decode(QByteArrayView(text, qsizetype(std::strlen(text))));
+    return decodeHostText(QByteArrayView(text, qsizetype(std::strlen(text))), hostEncoding);
 }
 
-QByteArray outText(const QString& text) {
-    if (utf8Boundary) return text.toUtf8();
-    QStringEncoder encoder("GBK");
-    return encoder.encode(text);
-}
+QByteArray outText(const QString& text) { return encodeHostText(text, hostEncoding); }
 
 char* newText(const QString& text) {
     const QByteArray bytes = outText(text);
@@ -106,23 +188,26 @@ extern "C" {
 
 KIVDB_API kivdb_conn* KIVDB_CALL kivdb_connect(const char* url) {
     return abi::guarded<kivdb_conn*>(nullptr, [&] {
-        auto conn = Connection::open(abi::inText(url));
-        Connection* raw = conn.get();
-        return new kivdb_conn{raw, std::move(conn)};
+        std::shared_ptr<Connection> conn = Connection::open(abi::inText(url));
+        return reinterpret_cast<kivdb_conn*>(abi::connections().addOwned(std::move(conn)));
     });
 }
 
+// A call still running on the connection in another thread keeps it open until it ends.
 KIVDB_API void KIVDB_CALL kivdb_disconnect(kivdb_conn* conn) {
-    if (conn && conn->owned) delete conn;
+    if (!conn) return;
+    abi::guarded([&] {
+        if (abi::connections().removeOwned(abi::keyOf(conn)) == abi::HandleRegistry<Connection>::Removal::Unknown)
+            throw abi::invalidConnectionHandle();
+    });
 }
 
 KIVDB_API const char* KIVDB_CALL kivdb_last_error(void) { return abi::lastError.constData(); }
 
 KIVDB_API bool KIVDB_CALL kivdb_set_encoding(const char* name) {
-    const QByteArray n = QByteArray(name ? name : "").toUpper();
-    if (n == "UTF-8" || n == "UTF8") abi::utf8Boundary = true;
-    else if (n == "GBK" || n == "CP936") abi::utf8Boundary = false;
-    else return false;
+    const auto encoding = hostEncodingNamed(name ? name : "");
+    if (!encoding) return false;
+    abi::hostEncoding = *encoding;
     return true;
 }
 
@@ -131,7 +216,9 @@ KIVDB_API void KIVDB_CALL kivdb_free(char* text) { std::free(text); }
 KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_null(void) { return abi::newVariant({}); }
 KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_int(int64_t value) { return abi::newVariant(qlonglong(value)); }
 KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_float(double value) { return abi::newVariant(value); }
-KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_text(const char* value) { return abi::newVariant(abi::inText(value)); }
+KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_text(const char* value) {
+    return abi::guarded<kivdb_variant*>(nullptr, [&] { return abi::newVariant(abi::inText(value)); });
+}
 KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_bool(bool value) { return abi::newVariant(value); }
 KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_date(double value) {
     return abi::newVariant(fromOleDate(value));
@@ -183,18 +270,24 @@ KIVDB_API const kivdb_variant* KIVDB_CALL kivdb_variant_item(const kivdb_variant
 KIVDB_API void KIVDB_CALL kivdb_variant_free(kivdb_variant* v) { delete v; }
 
 KIVDB_API kivdb_host_module* KIVDB_CALL kivdb_host_add_data_module(const char* class_name) {
-    return reinterpret_cast<kivdb_host_module*>(&HostScreen::instance().addDataModule(abi::inText(class_name)));
+    return abi::guarded<kivdb_host_module*>(nullptr, [&] {
+        HostDataModule& module = HostScreen::instance().addDataModule(abi::inText(class_name));
+        return reinterpret_cast<kivdb_host_module*>(abi::dataModules().addWatched(module.shared_from_this()));
+    });
 }
 
 KIVDB_API bool KIVDB_CALL kivdb_host_add_component(kivdb_host_module* module, const char* class_name,
                                                    const char* connection_url) {
-    if (!module) return false;
-    reinterpret_cast<HostDataModule*>(module)->addComponent(abi::inText(class_name), abi::inText(connection_url));
-    return true;
+    return abi::guarded<bool>(false, [&] {
+        abi::dataModule(module)->addComponent(abi::inText(class_name), abi::inText(connection_url));
+        return true;
+    });
 }
 
+// Connections of the module's components close when no call is running on them any more;
+// their handles answer an error from then on.
 KIVDB_API void KIVDB_CALL kivdb_host_remove_data_module(kivdb_host_module* module) {
-    if (module) HostScreen::instance().removeDataModule(*reinterpret_cast<HostDataModule*>(module));
+    abi::guarded([&] { HostScreen::instance().removeDataModule(*abi::dataModule(module)); });
 }
 
 }  // extern "C"

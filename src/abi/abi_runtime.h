@@ -1,18 +1,20 @@
 #pragma once
 // What the generated C wrappers need: handle conversion, string encoding, and the guard
 // that turns an exception into the export's default answer plus the thread's last error.
+//
+// Connection and data-module handles are numbers from a registry, never pointers the
+// library trusts: every call looks its handle up, so a handle that was closed, whose data
+// module was removed, or that the library never gave out answers an error, not a crash.
+// kivdb_conn and kivdb_host_module stay incomplete types; the handle's value is the key.
 #include "kivdb.h"
 #include "platform/connection.h"
 
 #include <QVariantList>
 #include <exception>
+#include <initializer_list>
 #include <memory>
+#include <mutex>
 #include <vector>
-
-struct kivdb_conn {
-    kivdb::Connection* connection = nullptr;
-    std::unique_ptr<kivdb::Connection> owned;  // empty for a host-owned connection
-};
 
 // A variant crossing the boundary. An array keeps its items as variants of their own so
 // that a pointer to an item stays valid as long as the array.
@@ -47,8 +49,24 @@ void guarded(Body&& body) {
     guarded<int>(0, [&] { body(); return 0; });
 }
 
-Connection& connection(kivdb_conn* handle);         // throws for a null handle
-kivdb_conn* connectionHandle(Connection* connection);  // host-owned; null stays null
+// The connections of one call, each locked for the whole call (locks taken in one global
+// order, so calls on several connections cannot deadlock), and kept alive until it ends
+// even if another thread closes the handle meanwhile. Throws for an invalid handle.
+class ConnectionTurn {
+public:
+    explicit ConnectionTurn(std::initializer_list<kivdb_conn*> handles);
+    Connection& connection(size_t index) const { return *connections_.at(index); }
+
+private:
+    std::vector<std::shared_ptr<Connection>> connections_;
+    std::vector<std::unique_lock<std::recursive_mutex>> locks_;
+};
+
+// The host's screen locked, for turning a connection found in it into a handle.
+std::unique_lock<std::recursive_mutex> hostScreenLock();
+// The handle of a connection the host's screen owns (GetDataConnection): the same handle
+// each time for the same connection; null stays null.
+kivdb_conn* connectionHandle(Connection* connection);
 
 QString inText(const char* text);                   // null reads as ""
 QByteArray outText(const QString& text);            // in the library's encoding

@@ -6,6 +6,7 @@
 #include "cli/call_command.h"
 
 #include "cli/call_table.h"
+#include "cli/usage.h"
 #include "platform/message_sink.h"
 
 #include <cstdio>
@@ -53,7 +54,10 @@ int runCall(const QStringList& arguments) {
     for (int i = 0; i < arguments.size(); ++i) {
         const QString& a = arguments[i];
         const bool hasValue = i + 1 < arguments.size();
-        if (rest.isEmpty() && a == QLatin1String("--db") && hasValue) url = "sqlite:" + arguments[++i];
+        if (rest.isEmpty() && a == QLatin1String("--help")) {
+            std::fputs(commandUsage(*findCommand(QStringLiteral("call"))).toUtf8().constData(), stdout);
+            return 0;
+        } else if (rest.isEmpty() && a == QLatin1String("--db") && hasValue) url = "sqlite:" + arguments[++i];
         else if (rest.isEmpty() && a == QLatin1String("--url") && hasValue) url = arguments[++i];
         else if (rest.isEmpty() && a == QLatin1String("--trace")) trace = true;
         else if (rest.isEmpty() && a == QLatin1String("--confirm") && hasValue) {

@@ -71,6 +71,14 @@ struct CallableExport {
 };
 
 const std::vector<CallableExport>& callableExports();
+
+// Every export as the export table declares it, for `kivdb exports`.
+struct ExportDeclaration {
+    const char* name;
+    const char* declaration;  // "SelTableIntValue(Conn: conn, Sql: string) -> int [frame]"
+    bool callable;            // listed in callableExports()
+};
+const std::vector<ExportDeclaration>& exportDeclarations();
 const CallableExport* findExport(const QString& name);  // compared without regard to case
 
 }  // namespace kivdb::cli

@@ -2,11 +2,16 @@
 #include "platform/sqlite_connection.h"
 
 #include <QDir>
+#include <QElapsedTimer>
+#include <QThread>
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <csignal>
+#include <cstring>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 namespace kivdb {
 namespace {
@@ -41,10 +46,9 @@ protected:
         file.write(text);
     }
 
-    // A database made by init (no scripts: an empty one), filled through the library.
+    // A database holding one table, filled through the library.
     void makeNoteDatabase() {
-        ASSERT_EQ(runCli({"init", "--db", db_, "--schema", emptySchema_}).exitCode, 0);
-        SqliteConnection conn(db_, SqliteConnection::OpenMode::ExistingFile);
+        SqliteConnection conn(db_, SqliteConnection::OpenMode::CreateIfMissing);
         conn.execute("create table note (code nvarchar(20), qty int, amount money, made datetime, posted bit)");
         conn.execute("insert into note values ('甲-01', 3, 1250000.5, '2024-05-06 07:08:09', 1)");
         conn.execute("insert into note values ('乙-02', null, null, null, 0)");
@@ -70,23 +74,29 @@ TEST_F(CliTest, InitAppliesSchemaScriptsInNameOrderBatchByBatch) {
               QStringLiteral("SO\t1\nPO\t2\n"));
 }
 
-TEST_F(CliTest, InitRefusesExistingFileAndRemovesAHalfMadeOne) {
+TEST_F(CliTest, InitRefusesWhatCannotBecomeADatabaseFileAndLeavesNoFile) {
     const QString schema = dir_.filePath(QStringLiteral("broken"));
     writeScript(schema + "/mssql", "01_tables.sql", "create table counter (kind nvarchar(4))\ngo\ncreate tabel oops (x int)\n");
+    QFile existing(dir_.filePath(QStringLiteral("existing.kivdb")));
+    ASSERT_TRUE(existing.open(QIODevice::WriteOnly));
+    existing.close();
+    const QString e = QRegularExpression::escape(dir_.path());
     struct Case {
         QStringList args;
         QString err;  // a pattern: the failing batch may be quoted before the message
         bool fileAfter;
     };
-    QFile existing(dir_.filePath(QStringLiteral("existing.kivdb")));
-    ASSERT_TRUE(existing.open(QIODevice::WriteOnly));
-    existing.close();
     const Case cases[] = {
-        {{"init", "--db", existing.fileName(), "--schema", emptySchema_},
-         QStringLiteral("error: database file already exists: %1\n").arg(QRegularExpression::escape(existing.fileName())),
-         true},
-        {{"init", "--db", db_, "--schema", schema},
-         QStringLiteral("error: 01_tables\\.sql: .*Incorrect syntax near 'tabel'\\.\n"), false},
+        {{"init", "--db", existing.fileName()}, "error: database file already exists: " + e + "/existing\\.kivdb\n", true},
+        {{"init", "--db", db_, "--schema", schema}, "error: 01_tables\\.sql: .*Incorrect syntax near 'tabel'\\.\n", false},
+        {{"init", "--db", db_, "--schema", "/nonexistent"}, "error: schema directory not found: /nonexistent\n", false},
+        {{"init", "--db", db_, "--schema", emptySchema_}, "error: no table scripts under " + e + "/no-scripts/mssql\n", false},
+        // SQLite reads these as URIs or memory; init would create nothing where asked.
+        {{"init", "--db", "file:u.kivdb?mode=memory"},
+         "error: --db takes a file path, not a URI or an in-memory database: file:u\\.kivdb\\?mode=memory\n", false},
+        {{"init", "--db", ":memory:"}, "error: --db takes a file path, not a URI or an in-memory database: :memory:\n", false},
+        {{"init", "--db", dir_.path()}, "error: --db names a directory: " + e + "\n", true},
+        {{"init", "--db", dir_.filePath("nodir/x.kivdb")}, "error: directory not found: " + e + "/nodir\n", false},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.args.join(' ').toStdString());
@@ -95,6 +105,73 @@ TEST_F(CliTest, InitRefusesExistingFileAndRemovesAHalfMadeOne) {
         EXPECT_TRUE(QRegularExpression(QStringLiteral("^%1$").arg(c.err)).match(run.err).hasMatch())
             << run.err.toStdString();
         EXPECT_EQ(QFileInfo::exists(c.args[2]), c.fileAfter);
+    }
+    EXPECT_EQ(QDir(dir_.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"existing.kivdb"});
+}
+
+// What a complete database holds: every table with its row count, when it is sound.
+QString tableCounts(const QString& path) {
+    QStringList out;
+    auto collect = [](void* sink, int, char** values, char**) {
+        *static_cast<QStringList*>(sink) << QString::fromUtf8(values[0] ? values[0] : "NULL");
+        return 0;
+    };
+    try {
+        // Opened by the library: the schema's checks call the dialect's functions.
+        SqliteConnection conn(path, SqliteConnection::OpenMode::ExistingFile);
+        sqlite3* db = conn.handle();
+        if (sqlite3_exec(db, "PRAGMA integrity_check", collect, &out, nullptr) != SQLITE_OK || out != QStringList{"ok"})
+            return out.join(QLatin1Char(' '));
+        QStringList tables;
+        sqlite3_exec(db, "select name from sqlite_master where type = 'table' order by name", collect, &tables, nullptr);
+        for (const QString& table : tables) {
+            out << table;
+            sqlite3_exec(db, QStringLiteral("select count(*) from \"%1\"").arg(table).toUtf8().constData(), collect, &out,
+                         nullptr);
+        }
+    } catch (const std::exception& e) {
+        out << QString::fromUtf8(e.what());
+    }
+    return out.join(QLatin1Char(' '));
+}
+
+TEST_F(CliTest, InitKilledAtAnyMomentLeavesNothingOrACompleteDatabase) {
+    const QString reference = dir_.filePath(QStringLiteral("reference.kivdb"));
+    QElapsedTimer timer;
+    timer.start();
+    ASSERT_EQ(runCli({"init", "--db", reference, "--sample"}).exitCode, 0);
+    const qint64 fullRunMs = timer.elapsed();
+    const QString complete = tableCounts(reference);
+    ASSERT_TRUE(complete.startsWith(QLatin1String("ok "))) << complete.toStdString();
+
+    struct Case {
+        int signal;
+        double atFractionOfARun;
+    };
+    const Case cases[] = {
+        {SIGKILL, 0.0}, {SIGTERM, 0.05}, {SIGKILL, 0.2}, {SIGTERM, 0.35}, {SIGKILL, 0.5},
+        {SIGTERM, 0.65}, {SIGKILL, 0.8}, {SIGTERM, 0.95}, {SIGKILL, 1.1}, {SIGTERM, 1.5},
+    };
+    int index = 0;
+    for (const Case& c : cases) {
+        const QString target = dir_.filePath(QStringLiteral("killed-%1.kivdb").arg(++index));
+        SCOPED_TRACE(QStringLiteral("%1 at %2 of %3 ms").arg(strsignal(c.signal)).arg(c.atFractionOfARun).arg(fullRunMs).toStdString());
+        QProcess init;
+        init.start(QStringLiteral(KIVDB_CLI_PATH), {"init", "--db", target, "--sample"});
+        ASSERT_TRUE(init.waitForStarted());
+        QThread::msleep(static_cast<unsigned long>(fullRunMs * c.atFractionOfARun));
+        ::kill(pid_t(init.processId()), c.signal);
+        ASSERT_TRUE(init.waitForFinished(30000));
+        const QStringList workFiles = QDir(dir_.path()).entryList({".killed-*"}, QDir::Files | QDir::Hidden);
+        if (c.signal == SIGTERM) EXPECT_EQ(workFiles, QStringList());
+        if (QFileInfo::exists(target)) {
+            EXPECT_EQ(tableCounts(target), complete);
+            continue;
+        }
+        // A later init succeeds, and removes what the killed one left beside the target.
+        const CliRun later = runCli({"init", "--db", target});
+        EXPECT_EQ(later.exitCode, 0) << later.err.toStdString();
+        EXPECT_EQ(QDir(dir_.path()).entryList({".killed-*"}, QDir::Files | QDir::Hidden), QStringList());
     }
 }
 
@@ -119,6 +196,77 @@ TEST_F(CliTest, SqlPrintsRowsTabSeparatedWithNull) {
         EXPECT_EQ(run.err, QString());
     }
     EXPECT_EQ(runCli({"sql", "--db", db_, "select qty from note where qty is not null"}).out, QStringLiteral("4\n"));
+}
+
+TEST_F(CliTest, SqlFormatsKeepValuesApartFromStructure) {
+    makeNoteDatabase();
+    // Each value imitates structure: the word NULL, a separator, line breaks, an escape, quotes.
+    const QString tricky = QStringLiteral(
+        "select 'NULL' as t, null as n, 'a\tb' as tab, 'l1\nl2' as lf, 'c\\d\r' as bs, '' as e, 'say \"hi\", 1' as q");
+    const QString typed = QStringLiteral("select qty as a, posted as a, made, code from note where qty = 3");
+    struct Case {
+        QString option;
+        QString statement;
+        const char* out;
+    };
+    const Case cases[] = {
+        {"", tricky, "\\NULL\tNULL\ta\\tb\tl1\\nl2\tc\\\\d\\r\t\tsay \"hi\", 1\n"},
+        {"--csv", tricky, "t,n,tab,lf,bs,e,q\r\nNULL,,a\tb,\"l1\nl2\",\"c\\d\r\",\"\",\"say \"\"hi\"\", 1\"\r\n"},
+        {"--json", tricky,
+         "[\n{\"t\":\"NULL\",\"n\":null,\"tab\":\"a\\tb\",\"lf\":\"l1\\nl2\",\"bs\":\"c\\\\d\\r\",\"e\":\"\","
+         "\"q\":\"say \\\"hi\\\", 1\"}\n]\n"},
+        // A repeated column name gets its position; numbers and bits are JSON's own.
+        {"--json", typed, "[\n{\"a\":3,\"column_2\":true,\"made\":\"2024-05-06 07:08:09\",\"code\":\"甲-01\"}\n]\n"},
+        {"--csv", typed, "a,a,made,code\r\n3,1,2024-05-06 07:08:09,甲-01\r\n"},
+        {"--json", "select code from note where 1 = 0", "[]\n"},
+        {"--csv", "select code from note where 1 = 0", "code\r\n"},
+        {"--csv", "update note set qty = qty where 1 = 0", ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE((c.option + ' ' + c.statement).toStdString());
+        QStringList args{"sql", "--db", db_};
+        if (!c.option.isEmpty()) args << c.option;
+        const CliRun run = runCli(args << c.statement);
+        EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+        EXPECT_EQ(run.out, QString::fromUtf8(c.out));
+    }
+}
+
+TEST_F(CliTest, HelpVersionAndExportsAnswerOnStdout) {
+    struct Case {
+        QStringList args;
+        int exitCode;
+        const char* out;  // a pattern over the whole output
+        const char* errFirstLine;
+    };
+    const Case cases[] = {
+        {{"--help"}, 0, "usage: kivdb COMMAND .*\ncommands:\n  init .*  help .*", ""},
+        {{"help"}, 0, "usage: kivdb COMMAND .*", ""},
+        {{"help", "sql"}, 0, "usage: kivdb sql --db FILE \\[--csv \\| --json \\| --translate\\] STATEMENT\n\n.*\\\\NULL.*", ""},
+        {{"sql", "--help"}, 0, "usage: kivdb sql .*", ""},
+        {{"init", "--help"}, 0, "usage: kivdb init --db FILE .*", ""},
+        {{"call", "--help"}, 0, "usage: kivdb call .*", ""},
+        {{"exports", "--help"}, 0, "usage: kivdb exports \\[PATTERN\\]\n.*", ""},
+        {{"--version"}, 0, "kivdb [0-9]+\\.[0-9]+\n", ""},
+        {{"help", "drop"}, 2, "", "error: no such command: drop"},
+        // A wildcard spans the whole name: SelTableIntegerValue2 is not listed.
+        {{"exports", "seltableint*value"}, 0,
+         "SelTableIntValue\\(Conn: conn, Sql: string\\) -> int \\[frame\\]\n"
+         "SelTableIntegerValue\\(Conn: conn, Sql: string\\) -> int \\[frame\\]\n", ""},
+        {{"exports", "DataConn"}, 0, "GetDataConnection\\(\\) -> conn \\[frame, library only\\]\n", ""},
+        {{"exports", "NoSuchExport"}, 1, "", "error: no export matches NoSuchExport"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.args.join(' ').toStdString());
+        const CliRun run = runCli(c.args);
+        EXPECT_EQ(run.exitCode, c.exitCode);
+        EXPECT_TRUE(QRegularExpression(QStringLiteral("^%1$").arg(QString::fromUtf8(c.out)),
+                                       QRegularExpression::DotMatchesEverythingOption)
+                        .match(run.out)
+                        .hasMatch())
+            << run.out.toStdString();
+        EXPECT_EQ(run.err.section(QLatin1Char('\n'), 0, 0), QString::fromUtf8(c.errFirstLine));
+    }
 }
 
 TEST_F(CliTest, TranslatePrintsTheSqliteTextWithoutRunningIt) {

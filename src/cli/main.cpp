@@ -1,138 +1,150 @@
-// kivdb: command line tool over the library.
-//
-//   kivdb init --db FILE [--schema DIR] [--sample]
-//                                            create an embedded database with the tables of
-//                                            the T-SQL scripts DIR/mssql/NN_*.sql (DIR is
-//                                            the source tree's schema/ by default); with
-//                                            --sample also the sample company's rows of
-//                                            DIR/sample/mssql/NN_*.sql
-//   kivdb sql --db FILE [--translate] STATEMENT
-//                                            run one T-SQL statement and print its rows, one a
-//                                            line, values tab-separated, NULL as NULL; with
-//                                            --translate print the SQLite text instead
-//   kivdb call [--db FILE] [--trace] [--confirm yes|no] EXPORT [ARG...]
-//                                            call an export by name (see call_command.cpp)
+// kivdb: command line tool over the library. Its commands and their usage are the rows of
+// cli/usage.cpp; `kivdb help` prints them.
 //
 // Failures print "error: MESSAGE" on stderr and exit with 1; a malformed command line
 // prints the usage and exits with 2.
 #include "cli/call_command.h"
-#include "integrity/sample_data.h"
-#include "integrity/schema_loader.h"
+#include "cli/call_table.h"
+#include "cli/init_command.h"
+#include "cli/row_formats.h"
+#include "cli/usage.h"
 #include "platform/sqlite_connection.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QLocale>
+#include <QRegularExpression>
 #include <cstdio>
 
 namespace {
 
-using kivdb::DatabaseError;
+using namespace kivdb::cli;
 using kivdb::SqliteConnection;
 
 constexpr int kExitError = 1;
 constexpr int kExitUsage = 2;
-
-const char* const kUsage =
-    "usage: kivdb init --db FILE [--schema DIR] [--sample]\n"
-    "       kivdb sql --db FILE [--translate] STATEMENT\n"
-    "       kivdb call [--db FILE] [--trace] [--confirm yes|no] EXPORT [ARG...]\n";
 
 struct UsageError {
     QString message;
 };
 
 struct CommandLine {
-    QString verb;
     QString database;
     QString schemaDir;
     bool sample = false;
     bool translate = false;
+    RowFormat format = RowFormat::Text;
+    bool help = false;
     QStringList positional;
 };
 
 CommandLine parseCommandLine(QStringList args) {
     CommandLine line;
-    if (args.isEmpty()) throw UsageError{QStringLiteral("no command given")};
-    line.verb = args.takeFirst();
-    if (line.verb != QLatin1String("init") && line.verb != QLatin1String("sql"))
-        throw UsageError{QStringLiteral("unknown command %1").arg(line.verb)};
     bool optionsEnded = false;
+    int formats = 0;
     while (!args.isEmpty()) {
         const QString arg = args.takeFirst();
         auto valueOf = [&](QString& target) {
             if (args.isEmpty()) throw UsageError{QStringLiteral("%1 needs a value").arg(arg)};
             target = args.takeFirst();
         };
+        auto format = [&](RowFormat f) {
+            line.format = f;
+            ++formats;
+        };
         if (optionsEnded || !arg.startsWith(QLatin1String("--"))) line.positional << arg;
         else if (arg == QLatin1String("--")) optionsEnded = true;
+        else if (arg == QLatin1String("--help")) line.help = true;
         else if (arg == QLatin1String("--db")) valueOf(line.database);
         else if (arg == QLatin1String("--schema")) valueOf(line.schemaDir);
         else if (arg == QLatin1String("--sample")) line.sample = true;
-        else if (arg == QLatin1String("--translate")) line.translate = true;
+        else if (arg == QLatin1String("--translate")) {
+            format(RowFormat::Text);
+            line.translate = true;
+        }
+        else if (arg == QLatin1String("--csv")) format(RowFormat::Csv);
+        else if (arg == QLatin1String("--json")) format(RowFormat::Json);
         else throw UsageError{QStringLiteral("unknown option %1").arg(arg)};
     }
+    if (line.help) return line;
+    if (formats > 1) throw UsageError{QStringLiteral("--csv, --json and --translate exclude each other")};
     if (line.database.isEmpty()) throw UsageError{QStringLiteral("--db FILE is required")};
     return line;
 }
 
+void write(FILE* stream, const QString& text) {
+    const QByteArray bytes = text.toUtf8();
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream);
+}
+
+int printUsage(const char* command) {
+    write(stdout, command ? commandUsage(*findCommand(QLatin1String(command))) : generalUsage());
+    return 0;
+}
+
 void runInit(const CommandLine& line) {
     if (!line.positional.isEmpty()) throw UsageError{QStringLiteral("init takes no statement")};
-    // Never touch an existing database: init is for a new one.
-    if (QFileInfo::exists(line.database))
-        throw DatabaseError(QStringLiteral("database file already exists: %1").arg(line.database));
-    const QString schemaDir =
-        line.schemaDir.isEmpty() ? kivdb::integrity::defaultSchemaDirectory() : line.schemaDir;
-    try {
-        SqliteConnection conn(line.database, SqliteConnection::OpenMode::CreateIfMissing);
-        // A tree without table scripts leaves the new database empty.
-        if (!kivdb::integrity::tableScripts(schemaDir).isEmpty())
-            kivdb::integrity::applySchema(conn.handle(), schemaDir);
-        if (line.sample)
-            kivdb::integrity::applySampleData(conn.handle(), schemaDir + QStringLiteral("/sample"));
-    } catch (...) {
-        // A database whose schema failed halfway is worse than none.
-        QFile::remove(line.database);
-        throw;
-    }
-}
-
-QString printable(const kivdb::Value& value) {
-    if (!value.isValid()) return QStringLiteral("NULL");
-    switch (value.typeId()) {
-    case QMetaType::Bool: return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
-    case QMetaType::Double: return QString::number(value.toDouble(), 'f', QLocale::FloatingPointShortest);
-    case QMetaType::QDateTime: {
-        const QDateTime when = value.toDateTime();
-        return when.toString(when.time().msec() ? QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")
-                                                : QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-    }
-    case QMetaType::QByteArray: return QStringLiteral("0x") + QString::fromLatin1(value.toByteArray().toHex());
-    default: return value.toString();
-    }
-}
-
-void printLine(const QString& text) {
-    const QByteArray bytes = text.toUtf8() + '\n';
-    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+    if (line.translate || line.format != RowFormat::Text) throw UsageError{QStringLiteral("init prints no rows")};
+    initDatabase({line.database, line.schemaDir, line.sample});
 }
 
 void runSql(const CommandLine& line) {
     if (line.positional.size() != 1) throw UsageError{QStringLiteral("sql takes exactly one statement")};
+    if (line.sample || !line.schemaDir.isEmpty()) throw UsageError{QStringLiteral("--sample and --schema are for init")};
     const QString& statement = line.positional.front();
     SqliteConnection conn(line.database, SqliteConnection::OpenMode::ExistingFile);
     if (line.translate) {
-        printLine(conn.translate(statement));
+        write(stdout, conn.translate(statement) + QLatin1Char('\n'));
         return;
     }
-    const kivdb::RowSet rows = conn.query(statement);
-    for (const auto& row : rows.rows) {
-        QStringList fields;
-        for (const auto& value : row) fields << printable(value);
-        printLine(fields.join(QLatin1Char('\t')));
+    const QByteArray out = formatRows(conn.query(statement), line.format);
+    std::fwrite(out.constData(), 1, size_t(out.size()), stdout);
+}
+
+int runExports(const QStringList& args) {
+    if (args == QStringList{QStringLiteral("--help")}) return printUsage("exports");
+    if (args.size() > 1 || (!args.isEmpty() && args.front().startsWith(QLatin1String("--"))))
+        throw UsageError{QStringLiteral("exports takes one pattern at most")};
+    const QString pattern = args.value(0);
+    const bool wildcard = pattern.contains(QLatin1Char('*')) || pattern.contains(QLatin1Char('?'));
+    const QRegularExpression matcher(
+        wildcard ? QRegularExpression::wildcardToRegularExpression(pattern) : QRegularExpression::escape(pattern),
+        QRegularExpression::CaseInsensitiveOption);
+    int listed = 0;
+    for (const ExportDeclaration& e : exportDeclarations()) {
+        if (!matcher.match(QLatin1String(e.name)).hasMatch()) continue;
+        QString line = QLatin1String(e.declaration);
+        if (!e.callable) line.insert(line.size() - 1, QLatin1String(", library only"));
+        write(stdout, line + QLatin1Char('\n'));
+        ++listed;
     }
+    if (listed == 0) throw std::runtime_error(QStringLiteral("no export matches %1").arg(pattern).toStdString());
+    return 0;
+}
+
+int runHelp(const QStringList& args) {
+    if (args.isEmpty()) return printUsage(nullptr);
+    const Command* command = args.size() == 1 ? findCommand(args.front()) : nullptr;
+    if (!command) throw UsageError{QStringLiteral("no such command: %1").arg(args.join(QLatin1Char(' ')))};
+    return printUsage(command->name);
+}
+
+int run(QStringList args) {
+    if (args.isEmpty()) throw UsageError{QStringLiteral("no command given")};
+    const QString verb = args.takeFirst();
+    if (verb == QLatin1String("--help") || verb == QLatin1String("-h")) return printUsage(nullptr);
+    if (verb == QLatin1String("--version")) {
+        write(stdout, versionText());
+        return 0;
+    }
+    if (verb == QLatin1String("help")) return runHelp(args);
+    if (verb == QLatin1String("call")) return runCall(args);
+    if (verb == QLatin1String("exports")) return runExports(args);
+    if (verb != QLatin1String("init") && verb != QLatin1String("sql"))
+        throw UsageError{QStringLiteral("unknown command %1").arg(verb)};
+    const CommandLine line = parseCommandLine(args);
+    if (line.help) return printUsage(verb == QLatin1String("init") ? "init" : "sql");
+    if (verb == QLatin1String("init")) runInit(line);
+    else runSql(line);
+    return 0;
 }
 
 }  // namespace
@@ -141,21 +153,16 @@ int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     QStringList args = app.arguments();
     args.removeFirst();
-    if (!args.isEmpty() && args.first() == QLatin1String("call")) {
-        args.removeFirst();
-        return kivdb::cli::runCall(args);
-    }
+    int status = 0;
     try {
-        const CommandLine line = parseCommandLine(args);
-        if (line.verb == QLatin1String("init")) runInit(line);
-        else runSql(line);
+        status = run(args);
     } catch (const UsageError& e) {
-        std::fprintf(stderr, "error: %s\n%s", e.message.toUtf8().constData(), kUsage);
+        write(stderr, QStringLiteral("error: %1\n%2").arg(e.message, synopses()));
         return kExitUsage;
     } catch (const std::exception& e) {
         std::fprintf(stderr, "error: %s\n", e.what());
         return kExitError;
     }
     std::fflush(stdout);
-    return 0;
+    return status;
 }

@@ -5,11 +5,13 @@
 namespace kivdb {
 
 Connection& HostComponent::open() {
+    const auto screen = HostScreen::instance().lock();
     if (!connection_) connection_ = Connection::open(url_);
     return *connection_;
 }
 
 HostComponent& HostDataModule::addComponent(const QString& className, const QString& connectionUrl) {
+    const auto screen = HostScreen::instance().lock();
     components_.push_back(std::make_unique<HostComponent>(className, connectionUrl));
     return *components_.back();
 }
@@ -20,11 +22,13 @@ HostScreen& HostScreen::instance() {
 }
 
 HostDataModule& HostScreen::addDataModule(const QString& className) {
-    modules_.push_back(std::make_unique<HostDataModule>(className));
+    const auto screen = lock();
+    modules_.push_back(std::make_shared<HostDataModule>(className));
     return *modules_.back();
 }
 
 void HostScreen::removeDataModule(HostDataModule& module) {
+    const auto screen = lock();
     std::erase_if(modules_, [&](const auto& m) { return m.get() == &module; });
 }
 
@@ -33,6 +37,7 @@ void HostScreen::removeDataModule(HostDataModule& module) {
 // one registered wins; within it, the first connection component is used.
 Connection* GetDataConnection() {
     const HostScreen& screen = HostScreen::instance();
+    const auto searching = screen.lock();
     HostDataModule* found = nullptr;
     for (int i = 0; i < screen.dataModuleCount(); ++i)
         if (screen.dataModule(i).className().toUpper() == QLatin1String("TKIVDMDATAMODULE"))

@@ -3,9 +3,14 @@
 // components such as its database connection. GetDataConnection searches it afresh on
 // every call. Hosts that reach the library through the C ABI register theirs with
 // kivdb_host_add_data_module / kivdb_host_add_component.
+//
+// Hosts register and search from any thread: the screen's lock covers every change to it
+// and every search. Data modules and connections are shared-owned, so a handle the C
+// interface gave out can tell that what it stood for was removed.
 #include "platform/connection.h"
 
 #include <memory>
+#include <mutex>
 #include <vector>
 
 namespace kivdb {
@@ -25,10 +30,10 @@ public:
 private:
     QString className_;
     QString url_;
-    std::unique_ptr<Connection> connection_;
+    std::shared_ptr<Connection> connection_;
 };
 
-class HostDataModule {
+class HostDataModule : public std::enable_shared_from_this<HostDataModule> {
 public:
     explicit HostDataModule(QString className) : className_(std::move(className)) {}
     const QString& className() const { return className_; }
@@ -49,9 +54,13 @@ public:
     HostDataModule& dataModule(int index) const { return *modules_.at(size_t(index)); }
     HostDataModule& addDataModule(const QString& className);
     void removeDataModule(HostDataModule& module);
+    // Held while reading the screen, or while a pointer found in it is being turned into
+    // something that outlives the search.
+    std::unique_lock<std::recursive_mutex> lock() const { return std::unique_lock(mutex_); }
 
 private:
-    std::vector<std::unique_ptr<HostDataModule>> modules_;
+    mutable std::recursive_mutex mutex_;
+    std::vector<std::shared_ptr<HostDataModule>> modules_;
 };
 
 }  // namespace kivdb

@@ -2,6 +2,7 @@
 // fixed answer when there is no row or the value is null.
 #include "kivdb/exports.h"
 
+#include "frame/sql_text.h"
 #include "platform/kivfunc.h"
 
 namespace kivdb {
@@ -50,22 +51,24 @@ void ExecTmpQuery(Connection& Conn, const QString& Sql) { Conn.execute(Sql); }
 // (text already in quotes). There are as many conditions as field names.
 bool TableExistValues(Connection& Conn, const QString& TableName, const QString& FieldNames,
                       const QString& Values) {
+    const QString fields = sqlName(FieldNames);
+    const QString values = sqlName(Values);
     QString conditions;
-    const int count = kivfunc::GetStringIndexCount(FieldNames, QStringLiteral(","));
+    const int count = kivfunc::GetStringIndexCount(fields, QStringLiteral(","));
     for (int i = 0; i < count; ++i) {
         if (i > 0) conditions += QLatin1String(" and ");
-        conditions += kivfunc::GetStringIndexValue(FieldNames, QLatin1Char(','), i) + QLatin1String(" = ") +
-                      kivfunc::GetStringIndexValue(Values, QLatin1Char(','), i);
+        conditions += kivfunc::GetStringIndexValue(fields, QLatin1Char(','), i) + QLatin1String(" = ") +
+                      kivfunc::GetStringIndexValue(values, QLatin1Char(','), i);
     }
-    return SelTableIntValue(Conn, "select 1 from " + TableName + " where " + conditions) == 1;
+    return SelTableIntValue(Conn, "select 1 from " + sqlName(TableName) + " where " + conditions) == 1;
 }
 
 // A detail line whose field is null is not found (Ltrim of null is null): only empty or
 // blank values count. Only the first offending line is named.
 bool IsExitNoInputStkInBillInfor(Connection& Conn, const QString& TableName, int RefNo,
                                  const QString& FieldName) {
-    const RowSet rows = Conn.query(" select LineId from " + TableName + " where RefNo = " +
-                                   QString::number(RefNo) + " and Ltrim(" + FieldName + ")='" + "'");
+    const RowSet rows = Conn.query(" select LineId from " + sqlName(TableName) + " where RefNo = " +
+                                   QString::number(RefNo) + " and Ltrim(" + sqlName(FieldName) + ")='" + "'");
     if (rows.empty()) return false;
     kivfunc::ShowMsgHint(QStringLiteral("明细中序号 %1 行，未指定临时单号。").arg(fieldText(rows.rows.front().front())));
     return true;

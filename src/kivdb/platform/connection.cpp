@@ -50,12 +50,14 @@ static void refuseEmpty(const QString& sql) {
 }
 
 RowSet Connection::query(const QString& sql) {
+    const auto turn = lock();
     notify({StatementEvent::Statement, sql});
     refuseEmpty(sql);
     return runQuery(sql);
 }
 
 qint64 Connection::execute(const QString& sql) {
+    const auto turn = lock();
     notify({StatementEvent::Statement, sql});
     refuseEmpty(sql);
     return runExecute(sql);
@@ -65,6 +67,7 @@ qint64 Connection::execute(const QString& sql) {
 // statements of an embedded procedure reach observers marked as such, so that a trace can
 // show what the library sent and nothing more.
 void Connection::call(ProcedureCall& call) {
+    const auto turn = lock();
     notify({StatementEvent::Procedure, call.name, &call});
     ++insideProcedure_;
     try {
@@ -76,12 +79,29 @@ void Connection::call(ProcedureCall& call) {
     --insideProcedure_;
 }
 
+void Connection::begin() {
+    const auto turn = lock();
+    runBegin();
+}
+
+void Connection::commit() {
+    const auto turn = lock();
+    runCommit();
+}
+
+void Connection::rollback() {
+    const auto turn = lock();
+    runRollback();
+}
+
 int Connection::addObserver(StatementObserver observer) {
+    const auto turn = lock();
     observers_.emplace_back(nextObserverId_, std::move(observer));
     return nextObserverId_++;
 }
 
 void Connection::removeObserver(int id) {
+    const auto turn = lock();
     std::erase_if(observers_, [id](const auto& o) { return o.first == id; });
 }
 

@@ -7,11 +7,18 @@
 //
 // Every statement passes through the observers exactly as the library built it, before any
 // rewrite; every procedure call too. Errors are DatabaseError carrying the driver's message.
+//
+// Hosts share one connection between threads. Calls on a connection take turns: each
+// statement, procedure call and transaction step holds the connection's lock from the
+// moment it is sent until its last row is read. A caller that needs several calls to
+// follow each other unbroken (a transaction) holds lock() around them; the C interface
+// does that for every export.
 #include <QDateTime>
 #include <QString>
 #include <QVariant>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <stdexcept>
 #include <vector>
 
@@ -79,7 +86,9 @@ using StatementObserver = std::function<void(const StatementEvent&)>;
 
 enum class Backend { Embedded, Odbc };
 
-class Connection {
+// Owned through a shared pointer wherever a handle to it may outlive its owner (the C
+// interface's handles hold a weak reference), so a stale handle finds it gone.
+class Connection : public std::enable_shared_from_this<Connection> {
 public:
     // Opens a connection from its URL (see above). Throws DatabaseError.
     static std::unique_ptr<Connection> open(const QString& url);
@@ -92,10 +101,14 @@ public:
     // A stored procedure with ordered parameters.
     void call(ProcedureCall& call);
 
-    virtual void begin() = 0;
-    virtual void commit() = 0;
-    virtual void rollback() = 0;
+    void begin();
+    void commit();
+    void rollback();
     virtual bool inTransaction() const = 0;
+
+    // This connection's turn: other threads' calls on it wait until the lock is released.
+    // Recursive, so calls made while holding it go through.
+    std::unique_lock<std::recursive_mutex> lock() const { return std::unique_lock(mutex_); }
 
     virtual Backend backend() const = 0;
 
@@ -108,10 +121,14 @@ protected:
     virtual RowSet runQuery(const QString& sql) = 0;
     virtual qint64 runExecute(const QString& sql) = 0;
     virtual void runProcedure(ProcedureCall& call) = 0;
+    virtual void runBegin() = 0;
+    virtual void runCommit() = 0;
+    virtual void runRollback() = 0;
     // For a backend's own kinds of statement, so observers still see them all.
     void notify(const StatementEvent& event);
 
 private:
+    mutable std::recursive_mutex mutex_;
     std::vector<std::pair<int, StatementObserver>> observers_;
     int nextObserverId_ = 1;
     int insideProcedure_ = 0;

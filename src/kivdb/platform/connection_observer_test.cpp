@@ -8,9 +8,9 @@ namespace {
 // A connection whose backend answers nothing: enough to see the shared front end at work.
 class NullConnection : public Connection {
 public:
-    void begin() override {}
-    void commit() override {}
-    void rollback() override {}
+    void runBegin() override {}
+    void runCommit() override {}
+    void runRollback() override {}
     bool inTransaction() const override { return false; }
     Backend backend() const override { return Backend::Embedded; }
     int runs = 0;

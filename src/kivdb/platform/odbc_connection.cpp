@@ -381,11 +381,13 @@ void OdbcConnection::chooseOuterJoinMode(std::optional<OuterJoinMode> forced) {
 }
 
 const dialect::Catalog& OdbcConnection::catalog() {
+    const auto turn = lock();
     if (!catalog_) catalog_ = std::make_unique<OdbcCatalog>(dbc_);
     return *catalog_;
 }
 
 QString OdbcConnection::serverText(const QString& sql) {
+    const auto turn = lock();
     if (outerJoinMode_ == OuterJoinMode::Legacy || !dialect::hasOldOuterJoin(sql)) return sql;
     try {
         return dialect::rewriteOuterJoins(sql, catalog());
@@ -400,7 +402,7 @@ RowSet OdbcConnection::runQuery(const QString& sql) { return run(sql).rows; }
 
 qint64 OdbcConnection::runExecute(const QString& sql) { return run(sql).changed; }
 
-void OdbcConnection::begin() {
+void OdbcConnection::runBegin() {
     if (inTransaction_) throw transactionAlreadyOpen();
     check(SQLSetConnectAttrW(dbc_, SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_OFF),
                              SQL_IS_UINTEGER),
@@ -418,12 +420,12 @@ void OdbcConnection::endTransaction(short completion) {
           SQL_HANDLE_DBC, dbc_, "end transaction");
 }
 
-void OdbcConnection::commit() {
+void OdbcConnection::runCommit() {
     if (!inTransaction_) throw noTransactionToCommit();
     endTransaction(SQL_COMMIT);
 }
 
-void OdbcConnection::rollback() {
+void OdbcConnection::runRollback() {
     if (!inTransaction_) throw noTransactionToRollBack();
     endTransaction(SQL_ROLLBACK);
 }
@@ -558,6 +560,7 @@ qint64 OdbcConnection::runBound(QString text, const std::vector<ProcedureParam*>
 }
 
 qint64 OdbcConnection::executeBound(const QString& sql, std::vector<ProcedureParam>& params) {
+    const auto turn = lock();
     notify({StatementEvent::Statement, sql});
     std::vector<ProcedureParam*> markers;
     for (auto& param : params) markers.push_back(&param);

@@ -25,9 +25,6 @@ public:
     explicit OdbcConnection(const QString& connectionString);
     ~OdbcConnection() override;
 
-    void begin() override;
-    void commit() override;
-    void rollback() override;
     bool inTransaction() const override { return inTransaction_; }
     Backend backend() const override { return Backend::Odbc; }
 
@@ -56,6 +53,9 @@ protected:
     RowSet runQuery(const QString& sql) override;
     qint64 runExecute(const QString& sql) override;
     void runProcedure(ProcedureCall& call) override;
+    void runBegin() override;
+    void runCommit() override;
+    void runRollback() override;
 
 private:
     TextOutcome run(const QString& sql);

@@ -7,6 +7,7 @@
 #include <QLocale>
 #include <sqlite3.h>
 
+#include <cctype>
 #include <cmath>
 #include <cstring>
 
@@ -22,10 +23,12 @@ DatabaseError sqliteError(sqlite3* db) { return DatabaseError(dialect::serverMes
 class PreparedStatement {
 public:
     // Prepares the statement at `next` and moves `next` past it. Blank text and comments
-    // prepare to no statement at all.
+    // prepare to no statement at all. The text must be NUL-terminated at `end`: the length
+    // given includes the terminator, which spares SQLite a copy of the rest of the text
+    // for every statement (a text of many statements would cost its square).
     PreparedStatement(sqlite3* db, const char*& next, const char* end) {
         const char* tail = end;
-        if (sqlite3_prepare_v2(db, next, int(end - next), &stmt_, &tail) != SQLITE_OK) {
+        if (sqlite3_prepare_v2(db, next, int(end - next) + 1, &stmt_, &tail) != SQLITE_OK) {
             DatabaseError error = sqliteError(db);
             next = end;
             throw error;
@@ -42,6 +45,13 @@ public:
 private:
     sqlite3_stmt* stmt_ = nullptr;
 };
+
+// True when nothing but blanks follows: looks only as far as the first other character,
+// so that asking after every statement of a long text stays linear.
+bool onlyBlanks(const char* next, const char* end) {
+    while (next < end && std::isspace(static_cast<unsigned char>(*next))) ++next;
+    return next == end;
+}
 
 Value storedValue(sqlite3_stmt* stmt, int column) {
     switch (sqlite3_column_type(stmt, column)) {
@@ -215,19 +225,19 @@ void SqliteConnection::execControl(const char* sql) {
     if (sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) != SQLITE_OK) throw sqliteError(db_);
 }
 
-void SqliteConnection::begin() {
+void SqliteConnection::runBegin() {
     if (inTransaction()) throw transactionAlreadyOpen();
     // IMMEDIATE takes the write lock now, so two connections that read and then write
     // take turns under the busy timeout instead of one failing on a lock upgrade.
     execControl("BEGIN IMMEDIATE");
 }
 
-void SqliteConnection::commit() {
+void SqliteConnection::runCommit() {
     if (!inTransaction()) throw noTransactionToCommit();
     execControl("COMMIT");
 }
 
-void SqliteConnection::rollback() {
+void SqliteConnection::runRollback() {
     if (!inTransaction()) throw noTransactionToRollBack();
     execControl("ROLLBACK");
 }
@@ -251,7 +261,10 @@ dialect::SqliteTranslation SqliteConnection::translateTyped(const QString& tsql)
     }
 }
 
-QString SqliteConnection::translate(const QString& tsql) { return translateTyped(tsql).sql; }
+QString SqliteConnection::translate(const QString& tsql) {
+    const auto turn = lock();
+    return translateTyped(tsql).sql;
+}
 
 TextOutcome SqliteConnection::run(const QString& sql) {
     TextOutcome outcome;
@@ -278,8 +291,7 @@ void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcom
             // A text of several statements run outside a transaction applies whole or not
             // at all. One that starts with its own BEGIN manages its transaction itself.
             const bool transactionControl = readOnly && !returnsRows;
-            if (first && !inTransaction() && !transactionControl &&
-                !QByteArray(next, int(end - next)).trimmed().isEmpty()) {
+            if (first && !inTransaction() && !transactionControl && !onlyBlanks(next, end)) {
                 execControl("SAVEPOINT kivdb_text");
                 wrapped = true;
             }
@@ -287,7 +299,7 @@ void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcom
 
             const qint64 totalBefore = sqlite3_total_changes64(db_);
             if (returnsRows) {
-                const bool last = QByteArray(next, int(end - next)).trimmed().isEmpty();
+                const bool last = onlyBlanks(next, end);
                 outcome.rows = readRows(db_, s, last ? &lastResultKinds : nullptr);
             } else if (sqlite3_step(s) != SQLITE_DONE) {
                 throw sqliteError(db_);

@@ -20,9 +20,6 @@ public:
     SqliteConnection(const QString& path, OpenMode mode);
     ~SqliteConnection() override;
 
-    void begin() override;
-    void commit() override;
-    void rollback() override;
     bool inTransaction() const override;
     Backend backend() const override { return Backend::Embedded; }
 
@@ -35,6 +32,9 @@ protected:
     RowSet runQuery(const QString& sql) override;
     qint64 runExecute(const QString& sql) override;
     void runProcedure(ProcedureCall& call) override;
+    void runBegin() override;
+    void runCommit() override;
+    void runRollback() override;
 
 private:
     TextOutcome run(const QString& sql);

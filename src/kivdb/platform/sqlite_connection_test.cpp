@@ -103,6 +103,17 @@ TEST_F(SqliteConnectionTest, ExecuteCountsEveryStatementOfAText) {
     EXPECT_EQ(conn_->execute("delete from note where code = 'b'; select 1"), 1);
 }
 
+TEST_F(SqliteConnectionTest, ALongTextRunsEveryStatementOnce) {
+    QString text;
+    for (int i = 0; i < 20000; ++i) text += QStringLiteral("insert into note (code, qty) values ('n%1', %1);\n").arg(i);
+    text += QStringLiteral("delete from note where qty >= 10000;  \n\n");
+    EXPECT_EQ(conn_->execute(text), 30000);
+    EXPECT_EQ(noteCount(), 10000);
+    QString updates;
+    for (int i = 0; i < 10000; ++i) updates += QStringLiteral("update note set qty = qty + 1 where code = 'n%1';").arg(i);
+    EXPECT_EQ(conn_->query(updates + "select sum(qty) from note").rows[0][0], Value(qlonglong(49995000 + 10000)));
+}
+
 TEST_F(SqliteConnectionTest, LastStatementWithRowsGivesTheResult) {
     const RowSet rows = conn_->query(
         "insert into note (code, qty) values ('a', 5); select code from note; select qty * 2 as twice from note");
