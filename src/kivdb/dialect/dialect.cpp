@@ -91,12 +91,12 @@ QString quotedExcerpt(const QString& text) {
 }
 
 QString serverMessage(const QString& engineMessage) {
-    // SQLite's parser stack holds fewer nested subqueries than the server's 32: 7 levels
-    // of scalar subqueries compared in a where clause, 12 of plain exists (derived tables
+    // SQLite's parser stack holds fewer nested subqueries than the server's 32: 8 levels of
+    // subqueries compared with text in a where clause, 12 of plain exists (derived tables
     // are printed so that they do not count). Its expression trees end at depth 1000.
     if (engineMessage == QLatin1String("parser stack overflow"))
         return QLatin1String(kNestedTooDeeply) +
-               QStringLiteral(" The embedded database nests subqueries 7 levels deep at least, the server 32.");
+               QStringLiteral(" The embedded database nests subqueries about 10 levels deep (the server 32).");
     if (engineMessage.startsWith(QLatin1String("Expression tree is too large")))
         return QLatin1String(kNestedTooDeeply) + QStringLiteral(" The embedded database takes expressions up to 1000 operators deep.");
     return engineMessage;

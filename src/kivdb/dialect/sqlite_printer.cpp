@@ -3,6 +3,7 @@
 #include "dialect/tsql_scope.h"
 
 #include <functional>
+#include <utility>
 
 namespace kivdb::dialect {
 
@@ -166,6 +167,7 @@ private:
     static constexpr int kInlineDerivedDepth = 4;
     bool hoistDerived_ = false;
     QStringList commonTables_;
+    bool checkFirstItem_ = false;  // the next select core's item is wrapped in tsql_single
 
     static int derivedDepth(const TableSource& s) {
         switch (s.kind) {
@@ -282,6 +284,7 @@ private:
 
     QString coreText(const SelectCore& core, const Scope& scope, std::vector<ColumnKind>* kinds,
                      const QString& firstColumnName = {}) {
+        const bool checkFirstItem = std::exchange(checkFirstItem_, false);
         QString out = QStringLiteral("SELECT ");
         if (core.distinct) out += QStringLiteral("DISTINCT ");
         QStringList items;
@@ -294,7 +297,8 @@ private:
             }
             const Typed t = expr(*item.expr, scope);
             if (kinds) kinds->push_back(t.kind);
-            const QString sql = collated(*item.expr, t);
+            const QString sql = checkFirstItem && items.isEmpty() ? QStringLiteral("tsql_single(") + t.sql + QLatin1Char(')')
+                                                                  : collated(*item.expr, t);
             items << (alias.isEmpty() ? sql : sql + QStringLiteral(" AS ") + quoteName(alias));
         }
         out += items.join(QStringLiteral(", "));
@@ -994,10 +998,30 @@ private:
         const SelectStmt& sub = *e.subquery;
         const bool checked = !singleRow(sub) && sub.cores.front().items.front().expr->kind != ExprKind::Star;
         static const QString value = QStringLiteral("tsql_value");
-        const QString inner = select(sub, &scope, &kinds, checked ? value : QString());
+        const bool inPlace = checked && checksInPlace(sub, scope);
+        checkFirstItem_ = inPlace;
+        const QString inner = select(sub, &scope, &kinds, checked && !inPlace ? value : QString());
         const ColumnKind kind = kinds.empty() ? ColumnKind::Unknown : kinds.front();
-        if (!checked) return {paren(inner), kind};
+        if (!checked || inPlace) return {paren(inner), kind};
         return {QStringLiteral("(SELECT tsql_single(%1) FROM (%2))").arg(quoteName(value), inner), kind};
+    }
+
+    // A subquery of one plain select whose item is a column of its own tables checks its
+    // rows in place, as tsql_single(column) over them: one level of nesting less for
+    // SQLite's parser. An item of outer columns only would make the aggregate the outer
+    // query's, and grouping or distinct change which rows there are.
+    bool checksInPlace(const SelectStmt& sub, const Scope& scope) {
+        if (sub.cores.size() != 1 || !sub.orderBy.empty()) return false;
+        const SelectCore& core = sub.cores.front();
+        if (core.distinct || core.top || !core.groupBy.empty() || core.having || core.items.size() != 1 ||
+            !core.into.isEmpty())
+            return false;
+        const Expr& item = *core.items.front().expr;
+        if (item.kind != ExprKind::Column) return false;
+        Scope inner(catalog_, &scope);
+        inner.addSources(core.from);
+        const auto r = inner.resolve(item.parts);
+        return r.scope == &inner && !r.ambiguous;
     }
 
     Typed caseExpr(const Expr& e, const Scope& scope) {

@@ -596,8 +596,14 @@ TEST_F(TsqlTranslate, NestedQueriesReachTheServersLimitOrSaySo) {
         return tsql;
     };
     EXPECT_EQ(db.run(exists(11)), QStringList{"1"});
+    // A correlated scalar subquery checks its rows in place, a level of nesting each.
+    QString scalar = QStringLiteral("select CustNo from Rp_RAcct");
+    for (int i = 0; i < 9; ++i)
+        scalar = QStringLiteral("select a%1.CustNo from Rp_RAcct a%1 where a%1.CustNo = (%2)").arg(i).arg(scalar);
+    EXPECT_EQ(db.errorOf(scalar), "Subquery returned more than 1 value. This is not permitted when the subquery follows =, "
+                                  "!=, <, <= , >, >= or when the subquery is used as an expression.");
     const std::string error = db.errorOf(exists(32));
-    EXPECT_EQ(error, std::string(kNestedTooDeeply) + " The embedded database nests subqueries 7 levels deep at least, the server 32.");
+    EXPECT_EQ(error, std::string(kNestedTooDeeply) + " The embedded database nests subqueries about 10 levels deep (the server 32).");
 }
 
 // Names and values that hold QString placeholders (%1, %3, %%) reach the engine as written.
