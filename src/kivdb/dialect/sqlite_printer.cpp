@@ -2,6 +2,7 @@
 
 #include "dialect/tsql_scope.h"
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -126,10 +127,11 @@ struct Typed {
     bool literalText = false;  // a string literal, convertible at translation time
     QString literalValue = {};
     // Inside an operator chain only: the binding strength of the bare SQLite operator at
-    // the top of sql (0: sql is a single operand), and the operand count of a tsql_add
-    // call that may take more.
+    // the top of sql (0: sql is a single operand), and the runtime function whose call sql
+    // is, open to more operands, with its operand count.
     int infix = 0;
-    int addOperands = 0;
+    const char* openCall = nullptr;
+    int callOperands = 0;
 };
 
 // SQLite's binding strengths of the operators the chains print; T-SQL binds & and | as
@@ -140,8 +142,8 @@ constexpr int kSumStrength = 2;
 constexpr int kBitStrength = 1;
 
 // SQLite refuses expression trees deeper than 1000 and functions of more than 127 arguments.
-constexpr int kLogicalGroup = 100;
-constexpr int kAddOperands = 100;
+constexpr int kChainGroup = 100;
+constexpr int kCallOperands = 100;
 
 class Printer {
 public:
@@ -889,13 +891,19 @@ private:
             }
             parts << expr(*node, scope).sql;
         }
-        const QString separator = op == QLatin1String("and") ? QStringLiteral(" AND ") : QStringLiteral(" OR ");
-        while (parts.size() > kLogicalGroup) {
+        return {groupedChain(std::move(parts), op == QLatin1String("and") ? QStringLiteral(" AND ") : QStringLiteral(" OR ")),
+                ColumnKind::Integer};
+    }
+
+    // Operands of an associative operator, flat up to kChainGroup of them, in parenthesized
+    // groups beyond.
+    static QString groupedChain(QStringList parts, const QString& separator) {
+        while (parts.size() > kChainGroup) {
             QStringList groups;
-            for (qsizetype i = 0; i < parts.size(); i += kLogicalGroup) groups << paren(parts.mid(i, kLogicalGroup).join(separator));
+            for (qsizetype i = 0; i < parts.size(); i += kChainGroup) groups << paren(parts.mid(i, kChainGroup).join(separator));
             parts = std::move(groups);
         }
-        return {paren(parts.join(separator)), ColumnKind::Integer};
+        return paren(parts.join(separator));
     }
 
     // An arithmetic or concatenation chain folds left, as the server evaluates it, with no
@@ -903,8 +911,17 @@ private:
     // parentheses or calls. Parentheses go only where SQLite would bind otherwise, and
     // the chain as a whole is one parenthesized operand to whatever uses it.
     Typed arithmeticChain(const Expr& e, const Scope& scope) {
-        Typed result = expr(*e.args[0], scope);
-        for (size_t i = 1; i < e.args.size(); ++i) result = arithmetic(e.ops[i - 1], std::move(result), expr(*e.args[i], scope));
+        std::vector<Typed> operands;
+        for (const auto& a : e.args) operands.push_back(expr(*a, scope));
+        // Texts joined by + are associative, so a long join is grouped as and/or are.
+        const bool texts = std::all_of(operands.begin(), operands.end(), [](const Typed& t) { return t.kind == ColumnKind::Text; });
+        if (texts && e.ops.count(QStringLiteral("+")) == e.ops.size() && operands.size() > size_t(kChainGroup)) {
+            QStringList parts;
+            for (const auto& t : operands) parts << t.sql;
+            return {groupedChain(std::move(parts), QStringLiteral(" || ")), ColumnKind::Text};
+        }
+        Typed result = std::move(operands.front());
+        for (size_t i = 1; i < operands.size(); ++i) result = arithmetic(e.ops[i - 1], std::move(result), std::move(operands[i]));
         return {result.infix ? paren(result.sql) : result.sql, result.kind};
     }
 
@@ -921,29 +938,32 @@ private:
         return t;
     }
 
-    // + of operands whose types the translation cannot tell: one tsql_add call takes a
-    // run of such operands.
-    static Typed runtimeAdd(const Typed& l, const Typed& r, ColumnKind kind) {
+    // An operator the runtime evaluates: one call of `function` takes a run of operands
+    // (the function folds them left), rather than a nested call per operator.
+    static Typed runtimeCall(const char* function, const Typed& l, const Typed& r, ColumnKind kind) {
         Typed t;
-        if (l.addOperands && l.addOperands < kAddOperands) {
+        if (l.openCall == function && l.callOperands < kCallOperands) {
             t.sql = l.sql.chopped(1) + QStringLiteral(", ") + r.sql + QLatin1Char(')');
-            t.addOperands = l.addOperands + 1;
+            t.callOperands = l.callOperands + 1;
         } else {
-            t.sql = QStringLiteral("tsql_add(") + l.sql + QStringLiteral(", ") + r.sql + QLatin1Char(')');
-            t.addOperands = 2;
+            t.sql = QLatin1String(function) + QLatin1Char('(') + l.sql + QStringLiteral(", ") + r.sql + QLatin1Char(')');
+            t.callOperands = 2;
         }
+        t.openCall = function;
         t.kind = kind;
         return t;
     }
+    static constexpr const char* kAdd = "tsql_add";
+    static constexpr const char* kXor = "tsql_xor";
 
     // One step of a chain: l is the chain so far, r an operand.
     Typed arithmetic(const QString& op, Typed l, Typed r) {
         const bool ln = isNumeric(l.kind), rn = isNumeric(r.kind);
         // A + chain that went to the runtime stays in its call for joins and untyped
         // operands: the runtime joins texts as || does.
-        if (op == QLatin1String("+") && l.addOperands && !(ln && rn) && l.kind != ColumnKind::DateTime &&
+        if (op == QLatin1String("+") && l.openCall == kAdd && !(ln && rn) && l.kind != ColumnKind::DateTime &&
             r.kind != ColumnKind::DateTime)
-            return runtimeAdd(l, r, l.kind != ColumnKind::Unknown ? l.kind : r.kind);
+            return runtimeCall(kAdd, l, r, l.kind != ColumnKind::Unknown ? l.kind : r.kind);
         if (op == QLatin1String("+")) {
             if (l.kind == ColumnKind::Text && r.kind == ColumnKind::Text) return infix(l, QStringLiteral("||"), r, kConcatStrength, ColumnKind::Text);
             if (l.kind == ColumnKind::DateTime && rn) return {QStringLiteral("tsql_date_add(%1, %2)").arg(l.sql, r.sql), ColumnKind::DateTime};
@@ -965,10 +985,9 @@ private:
         if (op == QLatin1String("%")) return {QStringLiteral("tsql_mod(%1, %2)").arg(l.sql, r.sql), kind};
         if (op == QLatin1String("+") && !numeric) {
             // Types unknown here: the values decide at run time (text joins, numbers add).
-            return runtimeAdd(l, r, l.kind != ColumnKind::Unknown ? l.kind : r.kind);
+            return runtimeCall(kAdd, l, r, l.kind != ColumnKind::Unknown ? l.kind : r.kind);
         }
-        if (op == QLatin1String("^"))
-            return {QStringLiteral("((%1 | %2) - (%1 & %2))").arg(closed(l), closed(r)), ColumnKind::Integer};
+        if (op == QLatin1String("^")) return runtimeCall(kXor, l, r, ColumnKind::Integer);
         const int strength = op == QLatin1String("*")                              ? kProductStrength
                              : op == QLatin1String("+") || op == QLatin1String("-") ? kSumStrength
                                                                                    : kBitStrength;

@@ -547,7 +547,9 @@ TEST_F(TsqlTranslate, LongChainsRunOnTheEngine) {
         {"256 or terms", "select CustNo from Rp_RAcct where " + chain("CustNo = 'x%1'", 255, " or ") + " or CustNo = 'C3'",
          {"C3"}},
         {"3000 and terms", "select count(*) from Rp_RAcct where " + chain("CustNo <> 'x%1'", 3000, " and "), {"3"}},
-        {"& binds as + does", "select 2 & 3 + 4, 1 + 2 | 4, 2 * 3 + 4 * 5", {"6|7|26"}},
+        {"& binds as + does", "select 2 & 3 + 4, 1 + 2 | 4, 2 * 3 + 4 * 5, 6 ^ 3 + 1, 1 + 6 ^ 3", {"6|7|26|6|4"}},
+        {"60 exclusive ors", "select " + chain("%1", 60, " ^ "), {"60"}},
+        {"1500 texts joined", "select len(" + chain("'ab'", 1500, " + ") + ")", {"3000"}},
         {"left to right", "select 10 - 2 - 3, 12 / 2 / 3, 1 - (2 - 3), 'a' + 'b' + 'c'", {"5|2|2|abc"}},
         // ('5' + '0') + 1, not '5' + ('0' + 1).
         {"untyped operands fold left", "select w.c1 + '0' + 1 from (select c1 = '5') w", {"51"}},
