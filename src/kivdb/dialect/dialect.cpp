@@ -18,8 +18,10 @@ SqliteTranslation translateForSqlite(const QString& tsql, const Catalog& catalog
         rewriteOldOuterJoins(*s, batch);
         kinds.reset();
         out << printSqlite(*s, batch, &kinds);
+        s.reset();  // a long statement's tree goes before the texts are joined
     }
-    return {out.join(QStringLiteral(";\n")), kinds.value_or(std::vector<ColumnKind>{})};
+    return {out.size() == 1 ? std::move(out.front()) : out.join(QStringLiteral(";\n")),
+            kinds.value_or(std::vector<ColumnKind>{})};
 }
 
 QString translateToSqlite(const QString& tsql, const Catalog& catalog) { return translateForSqlite(tsql, catalog).sql; }

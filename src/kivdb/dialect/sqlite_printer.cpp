@@ -260,7 +260,7 @@ private:
             parts << text;
             if (i == 0) firstScope = std::move(scope);
         }
-        QString out = parts.join(QString());
+        QString out = parts.size() == 1 ? std::move(parts.front()) : parts.join(QString());
         if (!s.orderBy.empty()) {
             QStringList items;
             for (const auto& o : s.orderBy) {
@@ -309,13 +309,13 @@ private:
             for (const auto& source : core.from) sources << sourceText(*source, scope);
             out += QStringLiteral(" FROM ") + sources.join(QStringLiteral(", "));
         }
-        if (core.where) out += QStringLiteral(" WHERE ") + condition(*core.where, scope);
+        if (core.where) appendClause(out, QStringLiteral(" WHERE "), condition(*core.where, scope));
         if (!core.groupBy.empty()) {
             QStringList groups;
             for (const auto& g : core.groupBy) groups << collated(*g, expr(*g, scope));
             out += QStringLiteral(" GROUP BY ") + groups.join(QStringLiteral(", "));
         }
-        if (core.having) out += QStringLiteral(" HAVING ") + condition(*core.having, scope);
+        if (core.having) appendClause(out, QStringLiteral(" HAVING "), condition(*core.having, scope));
         return out;
     }
 
@@ -527,7 +527,7 @@ private:
             for (const TableSource* r : rest) sources << sourceText(*r, scope);
             out += QStringLiteral(" FROM ") + sources.join(QStringLiteral(", "));
         }
-        if (s.where) out += QStringLiteral(" WHERE ") + condition(*s.where, scope);
+        if (s.where) appendClause(out, QStringLiteral(" WHERE "), condition(*s.where, scope));
         return out;
     }
 
@@ -536,7 +536,7 @@ private:
             Scope scope(catalog_, nullptr);
             scope.addTable(s.table, s.table);
             QString out = QStringLiteral("DELETE FROM ") + quoteName(s.table);
-            if (s.where) out += QStringLiteral(" WHERE ") + condition(*s.where, scope);
+            if (s.where) appendClause(out, QStringLiteral(" WHERE "), condition(*s.where, scope));
             return out;
         }
         // delete t from t, u where ...: the rows of t that the join finds.
@@ -673,6 +673,13 @@ private:
 
     QString condition(const Expr& e, const Scope& scope) { return expr(e, scope).sql; }
 
+    // Appends in place: a condition of megabytes (a long in list) is not copied again.
+    static void appendClause(QString& out, const QString& keyword, const QString& clause) {
+        out.reserve(out.size() + keyword.size() + clause.size());
+        out += keyword;
+        out += clause;
+    }
+
     static QString paren(const QString& s) { return QLatin1Char('(') + s + QLatin1Char(')'); }
 
     // A text operand of a numeric operation: a literal is converted here, anything else by
@@ -779,7 +786,8 @@ private:
             if (stated) out += QStringLiteral(", ");
             out += isNumeric(v.kind) && literals->strings ? numericLiterals(*literals, v.kind) : literals->sql;
         }
-        return {out + QStringLiteral("))"), ColumnKind::Integer};
+        out += QStringLiteral("))");
+        return {std::move(out), ColumnKind::Integer};
     }
 
     // The literal items with each text converted as a number of the given kind.
