@@ -28,7 +28,8 @@ QString translateToSqlite(const QString& tsql, const Catalog& catalog) { return 
 
 bool hasOldOuterJoin(const QString& tsql) {
     try {
-        for (const Token& t : tokenize(tsql))
+        Lexer lexer(tsql);
+        for (Token t = lexer.next(); t.type != TokenType::End; t = lexer.next())
             if (t.isOp("*=") || t.isOp("=*")) return true;
     } catch (const SqlError&) {
         // Text the tokenizer refuses cannot be rewritten either; the server reports it.

@@ -146,12 +146,5 @@ Token Lexer::next() {
     return end;
 }
 
-std::vector<Token> tokenize(const QString& sql) {
-    std::vector<Token> tokens;
-    Lexer lexer(sql);
-    do tokens.push_back(lexer.next());
-    while (tokens.back().type != TokenType::End);
-    return tokens;
-}
 
 }  // namespace kivdb::dialect

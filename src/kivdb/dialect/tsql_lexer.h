@@ -3,7 +3,6 @@
 // character that cannot continue it stands ("5and" is 5 then and), [bracketed] and
 // "double-quoted" names are identifiers (QUOTED_IDENTIFIER ON), #t and ##t are names.
 #include <QString>
-#include <vector>
 
 namespace kivdb::dialect {
 
@@ -36,7 +35,5 @@ private:
     int pos_ = 0;
 };
 
-// All tokens, End last. Throws SqlError as Lexer does.
-std::vector<Token> tokenize(const QString& sql);
 
 }  // namespace kivdb::dialect
