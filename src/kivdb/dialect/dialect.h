@@ -35,10 +35,20 @@ QString serverMessage(const QString& engineMessage);
 // Declared kind of a column, as the T-SQL DDL named its type.
 enum class ColumnKind { Text, Integer, Float, Money, Decimal, DateTime, Bit, Unknown };
 
+// Digits of an exact numeric type as the server counts them: tinyint (3, 0), smallint
+// (5, 0), int (10, 0), bigint (19, 0), bit (1, 0), smallmoney (10, 4), money (19, 4),
+// decimal(p, s) (p, s). A precision of 0 means not known.
+struct NumericType {
+    int precision = 0;
+    int scale = 0;
+    bool operator==(const NumericType&) const = default;
+};
+
 struct CatalogColumn {
     QString name;
     ColumnKind kind = ColumnKind::Unknown;
     bool identity = false;  // numbered by the database; left out of inserts without a column list
+    NumericType numeric = {};
 };
 
 // What the translator may ask of the database: the columns of a table (temporary ones

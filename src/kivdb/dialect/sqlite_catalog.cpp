@@ -1,5 +1,6 @@
 #include "dialect/sqlite_catalog.h"
 
+#include <algorithm>
 #include <sqlite3.h>
 
 namespace kivdb::dialect {
@@ -23,6 +24,30 @@ ColumnKind columnKindFromDeclType(const QString& declType) {
     return ColumnKind::Unknown;
 }
 
+NumericType numericTypeFromDeclType(const QString& declType) {
+    const QString t = declType.trimmed().toLower();
+    switch (columnKindFromDeclType(t)) {
+    case ColumnKind::Bit: return {1, 0};
+    case ColumnKind::Integer:
+        if (t.startsWith(QLatin1String("tinyint"))) return {3, 0};
+        if (t.startsWith(QLatin1String("smallint"))) return {5, 0};
+        if (t.startsWith(QLatin1String("bigint"))) return {19, 0};
+        return {10, 0};
+    case ColumnKind::Money: return t.startsWith(QLatin1String("smallmoney")) ? NumericType{10, 4} : NumericType{19, 4};
+    case ColumnKind::Decimal: {
+        // decimal_real(p,s); without a scale it is 0, without a precision 18.
+        NumericType n{18, 0};
+        const int open = int(t.indexOf(QLatin1Char('('))), close = int(t.indexOf(QLatin1Char(')')));
+        if (open < 0 || close < open) return n;
+        const QStringList parts = t.mid(open + 1, close - open - 1).split(QLatin1Char(','));
+        n.precision = std::clamp(parts[0].trimmed().toInt(), 1, 38);
+        if (parts.size() > 1) n.scale = std::clamp(parts[1].trimmed().toInt(), 0, n.precision);
+        return n;
+    }
+    default: return {};
+    }
+}
+
 std::optional<std::vector<CatalogColumn>> SqliteCatalog::tableColumns(const QString& table) const {
     const QString key = table.toLower();
     if (auto it = cache_.constFind(key); it != cache_.constEnd()) return *it;
@@ -41,7 +66,7 @@ std::optional<std::vector<CatalogColumn>> SqliteCatalog::tableColumns(const QStr
             };
             // The DDL translation declares identity columns, and only them, as INTEGER keys.
             const bool identity = text(1) == QLatin1String("INTEGER") && sqlite3_column_int(stmt, 2) == 1;
-            columns.push_back({text(0), columnKindFromDeclType(text(1)), identity});
+            columns.push_back({text(0), columnKindFromDeclType(text(1)), identity, numericTypeFromDeclType(text(1))});
         }
         if (!columns.empty()) result = std::move(columns);
     }

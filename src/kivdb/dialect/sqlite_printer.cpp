@@ -1,5 +1,6 @@
 #include "dialect/sqlite_printer.h"
 
+#include "dialect/tsql_numbers.h"
 #include "dialect/tsql_scope.h"
 
 #include <algorithm>
@@ -25,12 +26,20 @@ DeclaredType declaredType(const DataType& type) {
         if (type.scale < 0) return base + QStringLiteral("(%1)").arg(type.length);
         return base + QStringLiteral("(%1,%2)").arg(type.length).arg(type.scale);
     };
-    if (n == "int" || n == "integer" || n == "smallint" || n == "tinyint" || n == "bigint")
-        return {n == "integer" ? QStringLiteral("int") : n, ColumnKind::Integer, {}};
-    if (n == "bit") return {n, ColumnKind::Bit, {}};
+    if (n == "int" || n == "integer" || n == "smallint" || n == "tinyint" || n == "bigint") {
+        const NumericType digits{n == "tinyint" ? 3 : n == "smallint" ? 5 : n == "bigint" ? 19 : 10, 0};
+        return {n == "integer" ? QStringLiteral("int") : n, ColumnKind::Integer, {}, digits};
+    }
+    if (n == "bit") return {n, ColumnKind::Bit, {}, {1, 0}};
     if (n == "float" || n == "real") return {n, ColumnKind::Float, {}};
-    if (n == "money" || n == "smallmoney") return {n + QStringLiteral("_real"), ColumnKind::Money, {}};
-    if (n == "decimal" || n == "numeric") return {sized(n + QStringLiteral("_real")), ColumnKind::Decimal, {}};
+    if (n == "money" || n == "smallmoney")
+        return {n + QStringLiteral("_real"), ColumnKind::Money, {}, {n == "money" ? 19 : 10, 4}};
+    if (n == "decimal" || n == "numeric") {
+        // The server's default is decimal(18, 0).
+        const int precision = type.length > 0 ? std::min(type.length, 38) : 18;
+        const NumericType digits{precision, std::clamp(type.scale, 0, precision)};
+        return {sized(n + QStringLiteral("_real")), ColumnKind::Decimal, {}, digits};
+    }
     if (n == "datetime" || n == "smalldatetime" || n == "date" || n == "datetime2")
         return {n + QStringLiteral("_text"), ColumnKind::DateTime, QStringLiteral("TSQL_DATE")};
     if (n == "char" || n == "varchar" || n == "nchar" || n == "nvarchar")
@@ -97,7 +106,7 @@ struct FunctionMapping {
     int minArgs;
     int maxArgs;
     ColumnKind kind;
-    bool kindOfArguments;  // the kind of the first argument whose kind is known
+    bool kindOfArguments;  // the type of the first argument, as the server types isnull, abs and round
 };
 
 const FunctionMapping kFunctionMappings[] = {
@@ -118,20 +127,23 @@ const FunctionMapping kFunctionMappings[] = {
     {"day", "tsql_day", 1, 1, ColumnKind::Integer, false},
     {"int", "tsql_int", 1, 1, ColumnKind::Integer, false},
     {"abs", "abs", 1, 1, ColumnKind::Unknown, true},
-    {"round", "round", 2, 3, ColumnKind::Unknown, true},
+    {"round", "tsql_round", 2, 3, ColumnKind::Unknown, true},
 };
 
 struct Typed {
     QString sql;
     ColumnKind kind = ColumnKind::Unknown;
+    NumericType numeric = {};  // digits of an exact number, when known
     bool literalText = false;  // a string literal, convertible at translation time
-    QString literalValue = {};
+    QString literalValue = {};  // its text; a number literal's text, signed
+    bool literalNumber = false;
     // Inside an operator chain only: the binding strength of the bare SQLite operator at
     // the top of sql (0: sql is a single operand), and the runtime function whose call sql
     // is, open to more operands, with its operand count.
     int infix = 0;
     const char* openCall = nullptr;
     int callOperands = 0;
+    int exactSteps = 0;  // steps of a tsql_arith call that may take more
 };
 
 // SQLite's binding strengths of the operators the chains print; T-SQL binds & and | as
@@ -144,6 +156,124 @@ constexpr int kBitStrength = 1;
 // SQLite refuses expression trees deeper than 1000 and functions of more than 127 arguments.
 constexpr int kChainGroup = 100;
 constexpr int kCallOperands = 100;
+
+// Steps of one tsql_arith call: three arguments each, within SQLite's 127.
+constexpr int kExactSteps = 40;
+
+// ---- exact numbers: the server's types of integer, money and decimal values
+
+// Digits of an exact value; what its kind implies when the value does not tell.
+NumericType digitsOf(ColumnKind kind, NumericType n) {
+    if (n.precision > 0) return n;
+    switch (kind) {
+    case ColumnKind::Bit: return {1, 0};
+    case ColumnKind::Integer: return {10, 0};
+    case ColumnKind::Money: return {19, 4};
+    case ColumnKind::Decimal: return {38, 10};  // a decimal of unknown type keeps ten decimals
+    default: return {};
+    }
+}
+
+NumericType digitsOf(const Typed& t) { return digitsOf(t.kind, t.numeric); }
+
+QString exactTypeName(ColumnKind kind, NumericType n) {
+    switch (kind) {
+    case ColumnKind::Money: return n.precision == 10 ? QStringLiteral("smallmoney") : QStringLiteral("money");
+    case ColumnKind::Decimal: return QStringLiteral("numeric");
+    case ColumnKind::Bit: return QStringLiteral("bit");
+    default:
+        return n.precision == 3 ? QStringLiteral("tinyint") : n.precision == 5 ? QStringLiteral("smallint")
+               : n.precision == 19                         ? QStringLiteral("bigint")
+                                                           : QStringLiteral("int");
+    }
+}
+
+// An exact type as the runtime reads it: 'int', 'money', 'numeric(18,4)'.
+QString exactTypeArgs(ColumnKind kind, NumericType n) {
+    const NumericType d = digitsOf(kind, n);
+    const QString name = exactTypeName(kind, d);
+    if (kind != ColumnKind::Decimal) return QLatin1Char('\'') + name + QLatin1Char('\'');
+    return QStringLiteral("'%1(%2,%3)'").arg(name, QString::number(d.precision), QString::number(d.scale));
+}
+
+// The type a value converts from, as the server's overflow messages name it.
+QString sourceTypeName(const Typed& t) {
+    switch (t.kind) {
+    case ColumnKind::Integer:
+    case ColumnKind::Bit:
+    case ColumnKind::Money:
+    case ColumnKind::Decimal: return exactTypeName(t.kind, digitsOf(t));
+    case ColumnKind::Float: return QStringLiteral("float");
+    case ColumnKind::Text: return QStringLiteral("varchar");
+    default: return QStringLiteral("expression");
+    }
+}
+
+// A precision above 38 is cut to 38 at the expense of the scale, which keeps what the
+// integral part leaves, and at least six digits (or all it has) when that is less.
+NumericType capped(int precision, int scale) {
+    if (precision <= 38) return {precision, scale};
+    const int integral = precision - scale;
+    return {38, integral < 32 ? std::min(scale, 38 - integral) : std::min(scale, 6)};
+}
+
+// The server's result type of a op b on exact operands of the promoted kind: the wider
+// integer; money unless both are smallmoney; decimals by precision and scale.
+NumericType exactResult(QChar op, ColumnKind kind, NumericType a, NumericType b) {
+    if (kind == ColumnKind::Integer) {
+        auto width = [](NumericType n) { return n.precision == 1 ? 3 : n.precision; };  // bit ranks lowest
+        return {std::max(width(a), width(b)), 0};
+    }
+    if (kind == ColumnKind::Money) {
+        const bool money = (a.precision == 19 && a.scale == 4) || (b.precision == 19 && b.scale == 4);
+        return {money ? 19 : 10, 4};
+    }
+    const int p1 = a.precision, s1 = a.scale, p2 = b.precision, s2 = b.scale;
+    if (op == u'+' || op == u'-') {
+        const int scale = std::max(s1, s2);
+        return capped(std::max(p1 - s1, p2 - s2) + scale + 1, scale);
+    }
+    if (op == u'*') return capped(p1 + p2 + 1, s1 + s2);
+    if (op == u'%') return capped(std::min(p1 - s1, p2 - s2) + std::max(s1, s2), std::max(s1, s2));
+    const int scale = std::max(6, s1 + p2 + 1);
+    return capped(p1 - s1 + s2 + scale, scale);
+}
+
+// Whether a value of type `from` is already what a column of type `to` stores: a literal
+// that is its own stored value, or a type whose every value the column holds unchanged.
+bool storesUnchanged(const Typed& from, ColumnKind toKind, NumericType to) {
+    if (from.literalNumber) {
+        if (toKind == ColumnKind::Integer) {
+            static const qint64 highest[] = {255, 32767, 2147483647LL, INT64_MAX};
+            const int index = to.precision == 3 ? 0 : to.precision == 5 ? 1 : to.precision == 10 ? 2 : 3;
+            bool ok = false;
+            const qlonglong v = from.literalValue.toLongLong(&ok);
+            return ok && v <= highest[index] && v >= (index == 0 ? 0 : -highest[index] - 1);
+        }
+        // Up to 15 digits the literal's double is the nearest one of its decimal.
+        const QByteArray text = from.literalValue.toLatin1();
+        const auto d = decimalOfText(std::string_view(text.constData(), size_t(text.size())));
+        if (!d || d->scale > to.scale) return false;
+        int digits = 0;
+        for (auto m = d->mantissa; m != 0; m /= 10) ++digits;
+        // Money's range ends within its last integral digit: one digit less is surely inside.
+        const int integralDigits = to.precision - to.scale - (toKind == ColumnKind::Money ? 1 : 0);
+        return digits <= 15 && digits - d->scale <= integralDigits;
+    }
+    const NumericType f = digitsOf(from);
+    if (f.precision == 0) return false;
+    switch (toKind) {
+    case ColumnKind::Integer:
+        return (from.kind == ColumnKind::Integer || from.kind == ColumnKind::Bit) && f.precision <= to.precision;
+    case ColumnKind::Money:
+        return (from.kind == ColumnKind::Money && f.precision <= to.precision) ||
+               (from.kind == ColumnKind::Integer && f.precision <= to.precision - 4 && f.precision <= 15);
+    case ColumnKind::Decimal:
+        return (from.kind == ColumnKind::Decimal || from.kind == ColumnKind::Money || from.kind == ColumnKind::Integer) &&
+               f.scale <= to.scale && f.precision - f.scale <= to.precision - to.scale;
+    default: return false;
+    }
+}
 
 class Printer {
 public:
@@ -227,26 +357,36 @@ private:
 
     // One kind per result column, * expanded; nothing when a * covers an unknown table.
     std::optional<std::vector<ColumnKind>> resultColumnKinds(const SelectCore& core, const std::vector<ColumnKind>& itemKinds) {
+        const auto columns = resultColumns(core, itemKinds, {});
+        if (!columns) return std::nullopt;
+        std::vector<ColumnKind> kinds;
+        for (const auto& c : *columns) kinds.push_back(c.kind);
+        return kinds;
+    }
+
+    // The types of the result columns from those of the select items, * expanded.
+    std::optional<std::vector<CatalogColumn>> resultColumns(const SelectCore& core, const std::vector<ColumnKind>& itemKinds,
+                                                            const std::vector<NumericType>& itemNumerics) {
         Scope scope(catalog_, nullptr);
         scope.addSources(core.from);
-        std::vector<ColumnKind> kinds;
+        std::vector<CatalogColumn> columns;
         for (size_t i = 0; i < core.items.size(); ++i) {
             const Expr& e = *core.items[i].expr;
             if (e.kind != ExprKind::Star) {
-                kinds.push_back(itemKinds[i]);
+                columns.push_back({{}, itemKinds[i], false, i < itemNumerics.size() ? itemNumerics[i] : NumericType{}});
                 continue;
             }
             for (const auto& t : scope.tables()) {
                 if (!e.parts.isEmpty() && t.exposed.compare(e.parts.last(), Qt::CaseInsensitive) != 0) continue;
                 if (!t.columns) return std::nullopt;
-                for (const auto& c : *t.columns) kinds.push_back(c.kind);
+                columns.insert(columns.end(), t.columns->begin(), t.columns->end());
             }
         }
-        return kinds;
+        return columns;
     }
 
     QString select(const SelectStmt& s, const Scope* parent, std::vector<ColumnKind>* kinds = nullptr,
-                   const QString& firstColumnName = {}) {
+                   const QString& firstColumnName = {}, std::vector<NumericType>* numerics = nullptr) {
         QStringList parts;
         std::unique_ptr<Scope> firstScope;
         const bool single = s.cores.size() == 1;
@@ -254,7 +394,8 @@ private:
             const SelectCore& core = s.cores[i];
             auto scope = std::make_unique<Scope>(catalog_, parent);
             scope->addSources(core.from);
-            QString text = coreText(core, *scope, i == 0 ? kinds : nullptr, i == 0 ? firstColumnName : QString());
+            QString text = coreText(core, *scope, i == 0 ? kinds : nullptr, i == 0 ? firstColumnName : QString(),
+                                    i == 0 ? numerics : nullptr);
             if (core.top && !single) text = QStringLiteral("SELECT * FROM (") + text + topClause(core) + QStringLiteral(")");
             if (i > 0) parts << (s.unionAll[i - 1] ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION "));
             parts << text;
@@ -284,9 +425,13 @@ private:
         return QStringLiteral(" LIMIT ") + expr(*core.top, none).sql;
     }
 
-    QString coreText(const SelectCore& core, const Scope& scope, std::vector<ColumnKind>* kinds,
-                     const QString& firstColumnName = {}) {
+    QString coreText(const SelectCore& core, Scope& scope, std::vector<ColumnKind>* kinds,
+                     const QString& firstColumnName = {}, std::vector<NumericType>* numerics = nullptr) {
+        // Taken before anything nested is printed: it belongs to this core.
         const bool checkFirstItem = std::exchange(checkFirstItem_, false);
+        // The sources first: translating a derived table types its columns.
+        QStringList sources;
+        for (const auto& source : core.from) sources << sourceText(*source, scope);
         QString out = QStringLiteral("SELECT ");
         if (core.distinct) out += QStringLiteral("DISTINCT ");
         QStringList items;
@@ -295,20 +440,18 @@ private:
             if (item.expr->kind == ExprKind::Star) {
                 items << starText(*item.expr);
                 if (kinds) kinds->push_back(ColumnKind::Unknown);
+                if (numerics) numerics->push_back({});
                 continue;
             }
             const Typed t = expr(*item.expr, scope);
             if (kinds) kinds->push_back(t.kind);
+            if (numerics) numerics->push_back(t.numeric);
             const QString sql = checkFirstItem && items.isEmpty() ? QStringLiteral("tsql_single(") + t.sql + QLatin1Char(')')
                                                                   : collated(*item.expr, t);
             items << (alias.isEmpty() ? sql : sql + QStringLiteral(" AS ") + quoteName(alias));
         }
         out += items.join(QStringLiteral(", "));
-        if (!core.from.empty()) {
-            QStringList sources;
-            for (const auto& source : core.from) sources << sourceText(*source, scope);
-            out += QStringLiteral(" FROM ") + sources.join(QStringLiteral(", "));
-        }
+        if (!sources.isEmpty()) out += QStringLiteral(" FROM ") + sources.join(QStringLiteral(", "));
         if (core.where) appendClause(out, QStringLiteral(" WHERE "), condition(*core.where, scope));
         if (!core.groupBy.empty()) {
             QStringList groups;
@@ -333,7 +476,7 @@ private:
         return quoteName(e.parts.last()) + QStringLiteral(".*");
     }
 
-    QString sourceText(const TableSource& s, const Scope& scope) {
+    QString sourceText(const TableSource& s, Scope& scope) {
         switch (s.kind) {
         case TableSource::Table: {
             QString out = quoteName(s.name);
@@ -341,7 +484,10 @@ private:
             return out;
         }
         case TableSource::Derived: {
-            const QString body = select(*s.derived, scope.parent());
+            std::vector<ColumnKind> kinds;
+            std::vector<NumericType> numerics;
+            const QString body = select(*s.derived, scope.parent(), &kinds, {}, &numerics);
+            scope.typeDerived(s.alias, kinds, numerics);
             // Only a derived table outside any subquery can move: one inside may read the
             // columns of the query around it.
             if (!hoistDerived_ || scope.parent()) return paren(body) + QStringLiteral(" AS ") + quoteName(s.alias);
@@ -366,7 +512,8 @@ private:
         Scope scope(catalog_, nullptr);
         scope.addSources(core.from);
         std::vector<ColumnKind> kinds;
-        const QString body = select(s, nullptr, &kinds);
+        std::vector<NumericType> numerics;
+        const QString body = select(s, nullptr, &kinds, {}, &numerics);
         std::vector<CatalogColumn> columns;
         for (size_t i = 0; i < core.items.size(); ++i) {
             const SelectItem& item = core.items[i];
@@ -376,7 +523,7 @@ private:
                         t.exposed.compare(item.expr->parts.last(), Qt::CaseInsensitive) != 0)
                         continue;
                     if (!t.columns) throw SqlError(QStringLiteral("Invalid object name '%1'.").arg(quotedExcerpt(t.table)).toStdString());
-                    for (const auto& c : *t.columns) columns.push_back({c.name, c.kind});
+                    for (const auto& c : *t.columns) columns.push_back({c.name, c.kind, false, c.numeric});
                 }
                 continue;
             }
@@ -384,10 +531,10 @@ private:
             if (name.isEmpty())
                 throw SqlError("An object or column name is missing or empty. For SELECT INTO statements, verify "
                                "each column has a name.");
-            columns.push_back({name, kinds[i]});
+            columns.push_back({name, kinds[i], false, digitsOf(kinds[i], numerics[i])});
         }
         QStringList defs;
-        for (const auto& c : columns) defs << quoteName(c.name) + columnTypeForKind(c.kind);
+        for (const auto& c : columns) defs << quoteName(c.name) + columnTypeFor(c);
         const bool temp = core.into.startsWith(QLatin1Char('#'));
         catalog_.define(core.into, columns);
         QStringList cols;
@@ -397,13 +544,16 @@ private:
                 QStringLiteral("INSERT INTO %1 (%2) %3").arg(quoteName(core.into), cols.join(QStringLiteral(", ")), body)};
     }
 
-    static QString columnTypeForKind(ColumnKind k) {
-        switch (k) {
+    static QString columnTypeFor(const CatalogColumn& c) {
+        switch (c.kind) {
         case ColumnKind::Text: return QStringLiteral(" varchar COLLATE TSQL_CI");
-        case ColumnKind::Integer: return QStringLiteral(" int");
+        case ColumnKind::Integer: return QLatin1Char(' ') + exactTypeName(c.kind, digitsOf(c.kind, c.numeric));
         case ColumnKind::Float: return QStringLiteral(" float");
-        case ColumnKind::Money: return QStringLiteral(" money_real");
-        case ColumnKind::Decimal: return QStringLiteral(" decimal_real");
+        case ColumnKind::Money: return QLatin1Char(' ') + exactTypeName(c.kind, digitsOf(c.kind, c.numeric)) + QStringLiteral("_real");
+        case ColumnKind::Decimal: {
+            const NumericType d = digitsOf(c.kind, c.numeric);
+            return QStringLiteral(" decimal_real(%1,%2)").arg(d.precision).arg(d.scale);
+        }
         case ColumnKind::DateTime: return QStringLiteral(" datetime_text COLLATE TSQL_DATE");
         case ColumnKind::Bit: return QStringLiteral(" bit");
         case ColumnKind::Unknown: return QString();
@@ -413,32 +563,67 @@ private:
 
     // ---- data changes
 
-    std::vector<ColumnKind> targetKinds(const QString& table, const QStringList& names) {
-        std::vector<ColumnKind> kinds;
+    // The columns a statement stores into, by name or all of them; unknown ones untyped.
+    std::vector<CatalogColumn> targetColumns(const QString& table, const QStringList& names) {
+        std::vector<CatalogColumn> targets;
         const auto columns = catalog_.tableColumns(table);
-        if (!columns) return kinds;
-        if (names.isEmpty()) {
-            for (const auto& c : *columns) kinds.push_back(c.kind);
-            return kinds;
-        }
+        if (!columns) return targets;
+        if (names.isEmpty()) return *columns;
         for (const auto& n : names) {
-            ColumnKind k = ColumnKind::Unknown;
+            CatalogColumn target{n};
             for (const auto& c : *columns)
-                if (c.name.compare(n, Qt::CaseInsensitive) == 0) k = c.kind;
-            kinds.push_back(k);
+                if (c.name.compare(n, Qt::CaseInsensitive) == 0) target = c;
+            targets.push_back(target);
         }
-        return kinds;
+        return targets;
     }
 
-    // A value stored into a numeric column is converted as the server converts it.
-    QString storedValue(const Expr& e, const Scope& scope, ColumnKind target) {
+    // A value stored into a numeric column is converted as the server converts it: an
+    // integer column keeps its type's range, money and decimals are rounded to the
+    // column's scale and kept within its precision.
+    QString storedValue(const Expr& e, const Scope& scope, const CatalogColumn& target) {
         Typed t = expr(e, scope);
-        if (isNumeric(target) && t.kind == ColumnKind::Text) return toNumber(t, target);
+        if (target.kind == ColumnKind::Integer || target.kind == ColumnKind::Money || target.kind == ColumnKind::Decimal) {
+            // Text too is converted by the runtime, with the server's messages.
+            const NumericType to = digitsOf(target.kind, target.numeric);
+            if (t.kind != ColumnKind::Text && storesUnchanged(t, target.kind, to)) return t.sql;
+            return QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(t.sql, exactTypeArgs(target.kind, to), sourceTypeName(t));
+        }
+        if (isNumeric(target.kind) && t.kind == ColumnKind::Text) t.sql = toNumber(t, target.kind);
         // Dates are stored in one of the two date forms, whatever form the text was in.
         // A number is days since 1900-01-01, the server's zero date.
-        if (target == ColumnKind::DateTime && (t.kind == ColumnKind::Text || isNumeric(t.kind)))
+        if (target.kind == ColumnKind::DateTime && (t.kind == ColumnKind::Text || isNumeric(t.kind)))
             return QStringLiteral("tsql_store_date(%1)").arg(t.sql);
         return t.sql;
+    }
+
+    // insert ... select: the selected values converted as a store converts them, through a
+    // named row source so each column can be wrapped.
+    QString insertSelect(const QString& head, const SelectStmt& source, const std::vector<CatalogColumn>& targets) {
+        std::vector<ColumnKind> kinds;
+        std::vector<NumericType> numerics;
+        const QString body = select(source, nullptr, &kinds, {}, &numerics);
+        const auto columns = resultColumns(source.cores.front(), kinds, numerics);
+        if (!columns || columns->size() != targets.size()) return head + QLatin1Char(' ') + body;  // a * of unknown width
+        QStringList names, values;
+        bool converted = false;
+        for (size_t i = 0; i < targets.size(); ++i) {
+            const QString name = QStringLiteral("\"c%1\"").arg(i + 1);
+            names << name;
+            const CatalogColumn& target = targets[i];
+            Typed value{name, (*columns)[i].kind, (*columns)[i].numeric};
+            const bool exact = target.kind == ColumnKind::Integer || target.kind == ColumnKind::Money || target.kind == ColumnKind::Decimal;
+            const NumericType to = digitsOf(target.kind, target.numeric);
+            if (!exact || storesUnchanged(value, target.kind, to)) {
+                values << name;
+                continue;
+            }
+            values << QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(name, exactTypeArgs(target.kind, to), sourceTypeName(value));
+            converted = true;
+        }
+        if (!converted) return head + QLatin1Char(' ') + body;
+        return QStringLiteral("WITH \"tsql_rows\" (%1) AS (%2) %3 SELECT %4 FROM \"tsql_rows\"")
+            .arg(names.join(QStringLiteral(", ")), body, head, values.join(QStringLiteral(", ")));
     }
 
     // Without a column list the server fills every column but the identity one; naming the
@@ -468,14 +653,14 @@ private:
             for (const auto& c : columns) cols << quoteName(c);
             out += QStringLiteral(" (") + cols.join(QStringLiteral(", ")) + QLatin1Char(')');
         }
-        if (s.select) return out + QLatin1Char(' ') + select(*s.select, nullptr);
-        const auto kinds = targetKinds(s.table, columns);
+        const auto targets = targetColumns(s.table, columns);
+        if (s.select) return insertSelect(out, *s.select, targets);
         Scope none(catalog_, nullptr);
         QStringList rows;
         for (const auto& row : s.values) {
             QStringList values;
             for (size_t i = 0; i < row.size(); ++i)
-                values << storedValue(*row[i], none, i < kinds.size() ? kinds[i] : ColumnKind::Unknown);
+                values << storedValue(*row[i], none, i < targets.size() ? targets[i] : CatalogColumn{});
             rows << QLatin1Char('(') + values.join(QStringLiteral(", ")) + QLatin1Char(')');
         }
         return out + QStringLiteral(" VALUES ") + rows.join(QStringLiteral(", "));
@@ -516,11 +701,11 @@ private:
         if (!target.alias.isEmpty()) out += QStringLiteral(" AS ") + quoteName(target.alias);
         QStringList names;
         for (const auto& a : s.assignments) names << a.first;
-        const auto kinds = targetKinds(target.table, names);
+        const auto targets = targetColumns(target.table, names);
         QStringList sets;
         for (size_t i = 0; i < s.assignments.size(); ++i)
             sets << quoteName(s.assignments[i].first) + QStringLiteral(" = ") +
-                        storedValue(*s.assignments[i].second, scope, i < kinds.size() ? kinds[i] : ColumnKind::Unknown);
+                        storedValue(*s.assignments[i].second, scope, i < targets.size() ? targets[i] : CatalogColumn{});
         out += QStringLiteral(" SET ") + sets.join(QStringLiteral(", "));
         if (!rest.empty()) {
             QStringList sources;
@@ -600,7 +785,8 @@ private:
         std::vector<CatalogColumn> columns;
         for (const auto& c : s.columnDefs) {
             defs << columnSql(c, true);
-            columns.push_back({c.name, c.identity ? ColumnKind::Integer : declaredType(c.type).kind, c.identity});
+            const DeclaredType d = c.identity ? DeclaredType{{}, ColumnKind::Integer, {}, {10, 0}} : declaredType(c.type);
+            columns.push_back({c.name, d.kind, c.identity, d.numeric});
         }
         Scope none(catalog_, nullptr);
         for (const auto& k : s.constraints) {
@@ -663,7 +849,10 @@ private:
             if (c.identity || c.primaryKey || c.unique)
                 throw SqlError("The embedded database cannot add a key or identity column to an existing table.");
             out << QStringLiteral("ALTER TABLE ") + quoteName(s.table) + QStringLiteral(" ADD COLUMN ") + columnSql(c, false);
-            if (columns) columns->push_back({c.name, declaredType(c.type).kind});
+            if (columns) {
+                const DeclaredType d = declaredType(c.type);
+                columns->push_back({c.name, d.kind, false, d.numeric});
+            }
         }
         if (columns) catalog_.define(s.table, columns);
         return out;
@@ -704,14 +893,32 @@ private:
         return QStringLiteral("tsql_num(%1, '%2')").arg(t.sql, target);
     }
 
+    // The server types 12 as int, 5000000000 as numeric(10, 0), 1.50 as numeric(3, 2) and
+    // 1e3 as float.
+    static Typed numberLiteral(const QString& text) {
+        Typed t{text, ColumnKind::Float};
+        t.literalNumber = true;
+        t.literalValue = text;
+        if (text.contains(QLatin1Char('e'), Qt::CaseInsensitive)) return t;
+        const int point = int(text.indexOf(QLatin1Char('.')));
+        const int scale = point < 0 ? 0 : int(text.size()) - point - 1;
+        QString whole = point < 0 ? text : text.left(point);
+        while (whole.startsWith(QLatin1Char('0'))) whole.remove(0, 1);
+        bool fits = false;
+        const qlonglong value = text.toLongLong(&fits);
+        if (point < 0 && fits && value <= 2147483647LL) {
+            t.kind = ColumnKind::Integer;
+            t.numeric = {10, 0};
+            return t;
+        }
+        t.kind = ColumnKind::Decimal;
+        t.numeric = {std::clamp(int(whole.size()) + scale, 1, 38), std::min(scale, 38)};
+        return t;
+    }
+
     Typed expr(const Expr& e, const Scope& scope) {
         switch (e.kind) {
-        case ExprKind::Number: {
-            const bool integral = !e.text.contains(QLatin1Char('.')) && !e.text.contains(QLatin1Char('e'), Qt::CaseInsensitive);
-            bool fits = false;
-            e.text.toLongLong(&fits);
-            return {e.text, integral && fits ? ColumnKind::Integer : ColumnKind::Decimal};
-        }
+        case ExprKind::Number: return numberLiteral(e.text);
         case ExprKind::String: {
             Typed t{quoteString(e.text), ColumnKind::Text};
             t.literalText = true;
@@ -726,7 +933,13 @@ private:
             Typed a = expr(*e.args[0], scope);
             if (e.text == QLatin1String("not")) return {QStringLiteral("(NOT ") + a.sql + QLatin1Char(')'), ColumnKind::Integer};
             if (a.kind == ColumnKind::Text) a.sql = toNumber(a, ColumnKind::Float);
-            return {QLatin1Char('(') + e.text + a.sql + QLatin1Char(')'), a.kind == ColumnKind::Text ? ColumnKind::Float : a.kind};
+            Typed out{QLatin1Char('(') + e.text + a.sql + QLatin1Char(')'), a.kind == ColumnKind::Text ? ColumnKind::Float : a.kind,
+                      a.numeric};
+            if (a.literalNumber && (e.text == QLatin1String("-") || e.text == QLatin1String("+"))) {
+                out.literalNumber = true;
+                out.literalValue = e.text == QLatin1String("-") ? QLatin1Char('-') + a.literalValue : a.literalValue;
+            }
+            return out;
         }
         case ExprKind::Binary: return binary(e, scope);
         case ExprKind::Like: {
@@ -776,7 +989,10 @@ private:
         const size_t stated = list.size();
         const LiteralItems* literals = e.literals.get();
         if (literals && literals->strings) list.push_back(Typed{QString(), ColumnKind::Text});
-        if (literals && literals->numbers) list.push_back(Typed{QString(), literals->decimals ? ColumnKind::Decimal : ColumnKind::Integer});
+        if (literals && literals->numbers)
+            list.push_back(Typed{QString(), literals->floats     ? ColumnKind::Float
+                                            : literals->decimals ? ColumnKind::Decimal
+                                                                 : ColumnKind::Integer});
         std::vector<Typed*> refs;
         for (auto& t : list) refs.push_back(&t);
         const QString value = comparedOperand(v, refs);
@@ -808,7 +1024,9 @@ private:
                     value += sql[end];
                 }
                 ++end;
-                Typed text{sql.mid(i, end - i), ColumnKind::Text, true, value};
+                Typed text{sql.mid(i, end - i), ColumnKind::Text};
+                text.literalText = true;
+                text.literalValue = value;
                 out << toNumber(text, kind);
             } else {
                 end = sql.indexOf(QLatin1Char(','), i);
@@ -830,7 +1048,7 @@ private:
         QStringList parts;
         const int from = std::max(0, int(e.parts.size()) - 2);
         for (int i = from; i < int(e.parts.size()); ++i) parts << quoteName(e.parts[i]);
-        return {parts.join(QLatin1Char('.')), r.kind};
+        return {parts.join(QLatin1Char('.')), r.kind, r.numeric};
     }
 
     // The operand that carries the comparison's collation or numeric conversion.
@@ -884,7 +1102,7 @@ private:
     }
 
     // and/or print flat, as one chain, however the conditions were grouped: and and or are
-    // associative. SQLite's tree nests one level per operator, so past kLogicalGroup terms
+    // associative. SQLite's tree nests one level per operator, so past kChainGroup terms
     // the chain is cut into parenthesized groups that nest far less.
     Typed logicalChain(const Expr& e, const Scope& scope) {
         const QString& op = e.text;
@@ -930,7 +1148,7 @@ private:
         }
         Typed result = std::move(operands.front());
         for (size_t i = 1; i < operands.size(); ++i) result = arithmetic(e.ops[i - 1], std::move(result), std::move(operands[i]));
-        return {result.infix ? paren(result.sql) : result.sql, result.kind};
+        return {result.infix ? paren(result.sql) : result.sql, result.kind, result.numeric};
     }
 
     // The left operand of a chain's operator of the given strength: bare when its own
@@ -964,6 +1182,20 @@ private:
     static constexpr const char* kAdd = "tsql_add";
     static constexpr const char* kXor = "tsql_xor";
 
+    // One step of exact arithmetic; the steps of a chain share one tsql_arith call.
+    static Typed exactStep(const Typed& l, const QString& op, const Typed& r, ColumnKind kind, NumericType result) {
+        const QString step = QStringLiteral("'%1', %2, %3").arg(op, r.sql, exactTypeArgs(kind, result));
+        Typed t{{}, kind, result};
+        if (l.exactSteps && l.exactSteps < kExactSteps) {
+            t.sql = l.sql.chopped(1) + QStringLiteral(", ") + step + QLatin1Char(')');
+            t.exactSteps = l.exactSteps + 1;
+        } else {
+            t.sql = QStringLiteral("tsql_arith(") + l.sql + QStringLiteral(", ") + step + QLatin1Char(')');
+            t.exactSteps = 1;
+        }
+        return t;
+    }
+
     // One step of a chain: l is the chain so far, r an operand.
     Typed arithmetic(const QString& op, Typed l, Typed r) {
         const bool ln = isNumeric(l.kind), rn = isNumeric(r.kind);
@@ -983,13 +1215,15 @@ private:
         if (rn && l.kind == ColumnKind::Text) l = Typed{toNumber(l, r.kind), l.kind};
         const bool numeric = (ln || l.kind == ColumnKind::Text) && (rn || r.kind == ColumnKind::Text) && (ln || rn);
         const ColumnKind kind = numeric ? promote(ln ? l.kind : r.kind, rn ? r.kind : l.kind) : ColumnKind::Unknown;
-        // Money keeps four decimals through division and multiplication.
-        if (op == QLatin1String("/")) {
-            const QString quotient = QStringLiteral("tsql_div(%1, %2)").arg(l.sql, r.sql);
-            return {kind == ColumnKind::Money ? QStringLiteral("round(%1, 4)").arg(quotient) : quotient, kind};
+        const bool exact = kind == ColumnKind::Integer || kind == ColumnKind::Money || kind == ColumnKind::Decimal;
+        static const QStringList exactOperators = {"+", "-", "*", "/"};
+        // Money has no remainder on the server; its % stays with the engine.
+        if (exact && (exactOperators.contains(op) || (op == QLatin1String("%") && kind != ColumnKind::Money))) {
+            // A text operand takes the type of the other.
+            const NumericType result = exactResult(op.front(), kind, digitsOf(ln ? l : r), digitsOf(rn ? r : l));
+            return exactStep(l, op, r, kind, result);
         }
-        if (op == QLatin1String("*") && kind == ColumnKind::Money)
-            return {QStringLiteral("round(%1, 4)").arg(infix(l, op, r, kProductStrength, kind).sql), kind};
+        if (op == QLatin1String("/")) return {QStringLiteral("tsql_div(%1, %2)").arg(l.sql, r.sql), kind};
         if (op == QLatin1String("%")) return {QStringLiteral("tsql_mod(%1, %2)").arg(l.sql, r.sql), kind};
         if (op == QLatin1String("+") && !numeric) {
             // Types unknown here: the values decide at run time (text joins, numbers add).
@@ -1061,25 +1295,32 @@ private:
             i = 1;
         }
         ColumnKind kind = ColumnKind::Unknown;
+        NumericType numeric;
         const size_t whenEnd = e.args.size() - (e.hasElse ? 1 : 0);
         for (; i + 1 < whenEnd; i += 2) {
             out += QStringLiteral(" WHEN ") + expr(*e.args[i], scope).sql;
             Typed then = expr(*e.args[i + 1], scope);
-            if (kind == ColumnKind::Unknown) kind = then.kind;
+            if (kind == ColumnKind::Unknown) kind = then.kind, numeric = then.numeric;
             out += QStringLiteral(" THEN ") + then.sql;
         }
         if (e.hasElse) {
             Typed other = expr(*e.args.back(), scope);
-            if (kind == ColumnKind::Unknown) kind = other.kind;
+            if (kind == ColumnKind::Unknown) kind = other.kind, numeric = other.numeric;
             out += QStringLiteral(" ELSE ") + other.sql;
         }
-        return {out + QStringLiteral(" END"), kind};
+        return {out + QStringLiteral(" END"), kind, numeric};
     }
 
     Typed convert(const Expr& e, const Scope& scope) {
-        const Typed value = expr(*e.args[0], scope);
+        Typed value = expr(*e.args[0], scope);
         const QString style = e.args.size() > 1 ? expr(*e.args[1], scope).sql : QStringLiteral("NULL");
         const DeclaredType target = declaredType(e.type);
+        if (target.kind == ColumnKind::Integer || target.kind == ColumnKind::Money || target.kind == ColumnKind::Decimal)
+            return {QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(value.sql, exactTypeArgs(target.kind, target.numeric), sourceTypeName(value)),
+                    target.kind, target.numeric};
+        // A decimal shows the digits of its scale.
+        if (target.kind == ColumnKind::Text && value.kind == ColumnKind::Decimal)
+            value.sql = QStringLiteral("tsql_decimal_text(%1, %2)").arg(value.sql, QString::number(digitsOf(value).scale));
         return {QStringLiteral("tsql_convert('%1', %2, %3, %4, %5, %6)")
                     .arg(e.type.name, QString::number(e.type.max ? -1 : e.type.length), QString::number(e.type.scale),
                          value.sql, style,
@@ -1121,16 +1362,33 @@ private:
             QString out = name + QLatin1Char('(') + (e.distinct ? QStringLiteral("DISTINCT ") : QString()) + arg + QLatin1Char(')');
             // The server's average of integers is an integer.
             if (name == QLatin1String("avg") && kind == ColumnKind::Integer) out = QStringLiteral("CAST(%1 AS INTEGER)").arg(out);
-            return {out, kind};
+            const bool total = name == QLatin1String("sum") || name == QLatin1String("avg");
+            // A sum of integers is an int (a bigint of bigints) and overflows as one.
+            if (name == QLatin1String("sum") && kind == ColumnKind::Integer && !e.distinct) {
+                const NumericType result{digitsOf(args[0]).precision == 19 ? 19 : 10, 0};
+                return {QStringLiteral("tsql_sum(%1, %2)").arg(arg, exactTypeArgs(kind, result)), kind, result};
+            }
+            if (total && (kind == ColumnKind::Money || kind == ColumnKind::Decimal)) {
+                // Sums of money are money; of decimal(p, s) decimal(38, s), their averages at
+                // least six decimals. Exact aggregates take one argument when distinct, so
+                // the engine's sum is rounded to the result's scale instead.
+                const NumericType digits = digitsOf(args[0]);
+                const NumericType result = kind == ColumnKind::Money    ? NumericType{19, 4}
+                                           : name == QLatin1String("sum") ? NumericType{38, digits.scale}
+                                                                          : NumericType{38, std::max(digits.scale, 6)};
+                const QString type = exactTypeArgs(kind, result);
+                if (e.distinct) return {QStringLiteral("tsql_cast_num(%1, %2, 'numeric')").arg(out, type), kind, result};
+                return {QStringLiteral("tsql_%1(%2, %3)").arg(name, arg, type), kind, result};
+            }
+            return {out, kind, name == QLatin1String("max") || name == QLatin1String("min") ? args[0].numeric : NumericType{}};
         }
         for (const auto& m : kFunctionMappings) {
             if (name != QLatin1String(m.tsql)) continue;
             arity(size_t(m.minArgs), size_t(m.maxArgs));
-            ColumnKind kind = m.kind;
-            if (m.kindOfArguments)
-                for (const auto& a : args)
-                    if (kind == ColumnKind::Unknown) kind = a.kind;
-            return call(QLatin1String(m.sqlite), kind);
+            Typed out = call(QLatin1String(m.sqlite), m.kind);
+            if (m.kindOfArguments && !args.empty()) out.kind = args[0].kind, out.numeric = args[0].numeric;
+            if (out.kind == ColumnKind::Integer && out.numeric.precision == 0) out.numeric = {10, 0};
+            return out;
         }
         return call(name, ColumnKind::Unknown);
     }

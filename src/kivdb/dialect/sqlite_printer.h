@@ -26,6 +26,7 @@ struct DeclaredType {
     QString sqliteType;
     ColumnKind kind = ColumnKind::Unknown;
     QString collation;  // TSQL_CI, TSQL_DATE or empty
+    NumericType numeric = {};
 };
 DeclaredType declaredType(const DataType& type);
 

@@ -38,7 +38,8 @@ struct LiteralItems {
     QString sql;  // the literals joined by ", ", strings in single quotes
     int strings = 0;
     int numbers = 0;
-    bool decimals = false;  // some number is not an integer that fits in 64 bits
+    bool decimals = false;  // some number is no int (a point, or beyond 2147483647)
+    bool floats = false;  // some number has an exponent
 };
 
 struct Expr {

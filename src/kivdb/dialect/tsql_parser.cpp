@@ -793,8 +793,9 @@ private:
         } else {
             ++items.numbers;
             bool fits = false;
-            item.text.toLongLong(&fits);
-            if (!fits) items.decimals = true;
+            const qlonglong value = item.text.toLongLong(&fits);
+            if (item.text.contains(QLatin1Char('e'), Qt::CaseInsensitive)) items.floats = true;
+            else if (!fits || value > 2147483647LL) items.decimals = true;
             items.sql += item.text;
         }
         return true;

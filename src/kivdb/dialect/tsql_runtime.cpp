@@ -2,6 +2,7 @@
 // embedded database: text compared as Chinese_PRC_CI_AS compares it, dates as dates, the
 // server's arithmetic and its errors.
 #include "dialect/dialect.h"
+#include "dialect/tsql_numbers.h"
 
 #include <QDate>
 #include <QDateTime>
@@ -356,19 +357,23 @@ void tsqlXor(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
 }
 
 // int(x): the integer part of any number, numeric text included ('12.7' is 12); unlike
-// convert(int, ...), which takes integer text only.
+// convert(int, ...), which takes integer text only. The result is an int.
 void tsqlInt(sqlite3_context* ctx, int, sqlite3_value** argv) {
-    switch (sqlite3_value_type(argv[0])) {
-    case SQLITE_NULL: return sqlite3_result_null(ctx);
-    case SQLITE_INTEGER: return sqlite3_result_int64(ctx, sqlite3_value_int64(argv[0]));
-    case SQLITE_FLOAT: return sqlite3_result_int64(ctx, qint64(std::trunc(sqlite3_value_double(argv[0]))));
-    default: {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    Number n;
+    if (sqlite3_value_type(argv[0]) == SQLITE_TEXT) {
         const QString text = textArg(argv[0]);
-        const auto n = parseNumber(text, QStringLiteral("float"));
-        if (!n) return resultError(ctx, conversionMessage(text, QStringLiteral("int")));
-        sqlite3_result_int64(ctx, n->isInteger ? n->i : qint64(std::trunc(n->d)));
+        const auto parsed = parseNumber(text, QStringLiteral("float"));
+        if (!parsed) return resultError(ctx, conversionMessage(text, QStringLiteral("int")));
+        n = *parsed;
+    } else if (!numberArg(ctx, argv[0], QStringLiteral("float"), n)) {
+        return;
     }
-    }
+    // Compared as doubles before any cast: a cast of a double out of range is undefined.
+    const double whole = n.isInteger ? double(n.i) : std::trunc(n.d);
+    if (!(whole >= -2147483648.0 && whole <= 2147483647.0))
+        return resultError(ctx, QStringLiteral("Arithmetic overflow error converting expression to data type int."));
+    sqlite3_result_int64(ctx, qint64(whole));
 }
 
 // tsql_single(x): the one value of a scalar subquery; a second row is the server's error.
@@ -627,18 +632,12 @@ QString formatDateStyle(const QDateTime& dt, int style, bool& ok) {
     }
 }
 
-double roundTo(double v, int scale) {
-    const double f = std::pow(10.0, scale);
-    return std::round(v * f) / f;  // halves away from zero, as the server rounds
-}
-
 // tsql_convert(type, length, scale, value, style, source)
 void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
     sqlite3_value* value = argv[3];
     if (sqlite3_value_type(value) == SQLITE_NULL) return sqlite3_result_null(ctx);
     const QString type = textArg(argv[0]);
     const int length = sqlite3_value_int(argv[1]);
-    const int scale = sqlite3_value_int(argv[2]);
     const bool styled = sqlite3_value_type(argv[4]) != SQLITE_NULL;
     const int style = styled ? sqlite3_value_int(argv[4]) : 0;
     // What the value was before it was stored: 1 a date, 2 money, 0 anything else.
@@ -657,7 +656,7 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
                 return resultError(ctx, QStringLiteral("%1 is not a valid style number when converting from datetime to a "
                                                        "character string.").arg(style));
         } else if (source == 2 && (vt == SQLITE_FLOAT || vt == SQLITE_INTEGER)) {
-            s = QString::number(sqlite3_value_double(value), 'f', 2);  // money shows two decimals
+            s = decimalText(sqlite3_value_double(value), 2);  // money shows two decimals, rounded
         } else if (vt == SQLITE_FLOAT) {
             s = QString::number(sqlite3_value_double(value), 'g', 6);
         } else {
@@ -668,22 +667,10 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
         if (limit > 0 && s.size() > limit) s.truncate(limit);
         return resultText(ctx, s);
     }
-    if (isIntegerTarget(type)) {
-        Number n;
-        if (!numberArg(ctx, value, type, n)) return;
-        return sqlite3_result_int64(ctx, n.isInteger ? n.i : qint64(std::trunc(n.d)));
-    }
     if (type == QLatin1String("float") || type == QLatin1String("real")) {
         Number n;
         if (!numberArg(ctx, value, QStringLiteral("float"), n)) return;
         return sqlite3_result_double(ctx, n.asDouble());
-    }
-    if (type == QLatin1String("decimal") || type == QLatin1String("numeric") || type == QLatin1String("money") ||
-        type == QLatin1String("smallmoney")) {
-        const bool money = type.endsWith(QLatin1String("money"));
-        Number n;
-        if (!numberArg(ctx, value, money ? QStringLiteral("money") : QStringLiteral("numeric"), n)) return;
-        return sqlite3_result_double(ctx, roundTo(n.asDouble(), money ? 4 : std::max(scale, 0)));
     }
     if (type == QLatin1String("bit")) {
         if (sqlite3_value_type(value) == SQLITE_TEXT) {
@@ -761,6 +748,7 @@ void registerRuntime(sqlite3* db) {
         const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (f.deterministic ? SQLITE_DETERMINISTIC : 0);
         sqlite3_create_function(db, f.name, f.args, flags, nullptr, f.fn, nullptr, nullptr);
     }
+    registerNumberFunctions(db);
     sqlite3_create_function(db, "tsql_single", 1, SQLITE_UTF8 | SQLITE_INNOCUOUS | SQLITE_DETERMINISTIC, nullptr, nullptr,
                             tsqlSingleStep, tsqlSingleFinal);
     // sysobjects lists the user tables, as the server's catalog view does for type 'U'.

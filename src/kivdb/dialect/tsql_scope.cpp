@@ -41,6 +41,17 @@ void Scope::addTable(const QString& exposed, const QString& table) {
     tables_.push_back({exposed, table, catalog_.tableColumns(table)});
 }
 
+void Scope::typeDerived(const QString& exposed, const std::vector<ColumnKind>& kinds,
+                        const std::vector<NumericType>& numerics) {
+    for (auto& t : tables_) {
+        if (!t.table.isEmpty() || !t.columns || t.exposed.compare(exposed, Qt::CaseInsensitive) != 0) continue;
+        for (size_t i = 0; i < t.columns->size() && i < kinds.size() && i < numerics.size(); ++i) {
+            (*t.columns)[i].kind = kinds[i];
+            (*t.columns)[i].numeric = numerics[i];
+        }
+    }
+}
+
 bool Scope::fullyKnown() const {
     for (const auto& t : tables_)
         if (!t.columns) return false;
@@ -51,15 +62,15 @@ Scope::Resolution Scope::resolve(const QStringList& parts) const {
     Resolution r;
     if (parts.isEmpty()) return r;
     const QString& column = parts.last();
-    auto kindIn = [&](const ScopeTable& t, bool& found) {
+    auto columnIn = [&](const ScopeTable& t, bool& found) {
         found = false;
-        if (!t.columns) return ColumnKind::Unknown;
+        if (!t.columns) return CatalogColumn{};
         for (const auto& c : *t.columns)
             if (c.name.compare(column, Qt::CaseInsensitive) == 0) {
                 found = true;
-                return c.kind;
+                return c;
             }
-        return ColumnKind::Unknown;
+        return CatalogColumn{};
     };
     if (parts.size() >= 2) {
         const QString& qualifier = parts[parts.size() - 2];
@@ -68,14 +79,16 @@ Scope::Resolution Scope::resolve(const QStringList& parts) const {
             bool found = false;
             r.scope = this;
             r.tableIndex = i;
-            r.kind = kindIn(tables_[i], found);
+            const CatalogColumn c = columnIn(tables_[i], found);
+            r.kind = c.kind;
+            r.numeric = c.numeric;
             return r;
         }
         return parent_ ? parent_->resolve(parts) : r;
     }
     for (int i = 0; i < int(tables_.size()); ++i) {
         bool found = false;
-        const ColumnKind kind = kindIn(tables_[i], found);
+        const CatalogColumn c = columnIn(tables_[i], found);
         if (!found) continue;
         if (r.scope) {
             r.ambiguous = true;
@@ -83,7 +96,8 @@ Scope::Resolution Scope::resolve(const QStringList& parts) const {
         }
         r.scope = this;
         r.tableIndex = i;
-        r.kind = kind;
+        r.kind = c.kind;
+        r.numeric = c.numeric;
     }
     if (r.scope || !fullyKnown()) return r;
     return parent_ ? parent_->resolve(parts) : r;

@@ -20,11 +20,14 @@ public:
     void addSources(const std::vector<TableSourcePtr>& from);
     void addSource(const TableSource& source);
     void addTable(const QString& exposed, const QString& table);
+    // The types of a derived table's columns, known once its select is translated.
+    void typeDerived(const QString& exposed, const std::vector<ColumnKind>& kinds, const std::vector<NumericType>& numerics);
 
     struct Resolution {
         const Scope* scope = nullptr;  // the level the name belongs to; null when unresolved
         int tableIndex = -1;
         ColumnKind kind = ColumnKind::Unknown;
+        NumericType numeric;
         bool ambiguous = false;
     };
     // parts: {"x"} or {"a", "x"} (longer names use their last two parts).
