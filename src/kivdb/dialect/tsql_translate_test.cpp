@@ -543,6 +543,7 @@ TEST_F(TsqlTranslate, LongChainsRunOnTheEngine) {
         // Columns of a select * derived table have no known type: the runtime adds them.
         {"50 untyped columns joined", "select " + concatenation + " from (select * from Wide) w", {joined.join(",")}},
         {"100-term sum", "select " + sum, {"5050"}},
+        {"1000-term sum", "select " + chain("%1", 1000, " + "), {"500500"}},
         {"100-term sum of a column", "select " + chain("Type", 100, " + ") + " from Rp_RAcct where CustNo = 'C2'", {"200"}},
         {"256 or terms", "select CustNo from Rp_RAcct where " + chain("CustNo = 'x%1'", 255, " or ") + " or CustNo = 'C3'",
          {"C3"}},
@@ -605,7 +606,8 @@ TEST_F(TsqlTranslate, NestedQueriesReachTheServersLimitOrSaySo) {
     EXPECT_EQ(db.errorOf(scalar), "Subquery returned more than 1 value. This is not permitted when the subquery follows =, "
                                   "!=, <, <= , >, >= or when the subquery is used as an expression.");
     const std::string error = db.errorOf(exists(32));
-    EXPECT_EQ(error, std::string(kNestedTooDeeply) + " The embedded database nests subqueries about 10 levels deep (the server 32).");
+    EXPECT_EQ(error, std::string(kNestedTooDeeply) + " The embedded database nests subqueries about 10 levels deep (the server 32) and takes about 1000 operators in "
+                     "one expression.");
 }
 
 // Names and values that hold QString placeholders (%1, %3, %%) reach the engine as written.
