@@ -18,10 +18,16 @@ namespace {
 
 const QString kOverflowInt = QStringLiteral("Arithmetic overflow error converting expression to data type int.");
 
-// An int argument, as the server converts one: a float truncates, text must be an integer.
+bool fitsInt(qint64 v) { return v >= std::numeric_limits<int>::min() && v <= std::numeric_limits<int>::max(); }
+
+// An int argument, as the server converts one: a float truncates, text must be an integer,
+// and the value must fit an int.
 bool intArg(sqlite3_context* ctx, sqlite3_value* v, qint64& out) {
     switch (sqlite3_value_type(v)) {
-    case SQLITE_INTEGER: out = sqlite3_value_int64(v); return true;
+    case SQLITE_INTEGER:
+        out = sqlite3_value_int64(v);
+        if (!fitsInt(out)) resultError(ctx, kOverflowInt);
+        return fitsInt(out);
     case SQLITE_FLOAT: {
         const double d = std::trunc(sqlite3_value_double(v));
         if (!(d >= std::numeric_limits<int>::min() && d <= std::numeric_limits<int>::max())) {
@@ -35,6 +41,10 @@ bool intArg(sqlite3_context* ctx, sqlite3_value* v, qint64& out) {
         const QString text = textArg(v);
         bool ok = false;
         out = text.trimmed().toLongLong(&ok);
+        if (ok && !fitsInt(out)) {
+            resultError(ctx, QStringLiteral("The conversion of the varchar value '%1' overflowed an int column.").arg(text));
+            return false;
+        }
         if (ok || text.trimmed().isEmpty()) return true;
         resultError(ctx, QStringLiteral("Conversion failed when converting the varchar value '%1' to data type int.").arg(text));
         return false;
@@ -148,7 +158,6 @@ void tsqlDateAddPart(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     QDateTime date;
     bool hadTime = false;
     if (!part || !intArg(ctx, argv[1], n) || !dateArg(ctx, argv[2], date, &hadTime)) return;
-    if (n < std::numeric_limits<int>::min() || n > std::numeric_limits<int>::max()) return resultError(ctx, kOverflowInt);
     constexpr qint64 kMonthsInRange = 12 * (kLastYear - kFirstYear + 1);
     if (part->months) {
         if (std::abs(n * part->months) > kMonthsInRange) return resultDate(ctx, QDateTime(), false);
@@ -242,9 +251,14 @@ void tsqlRepeat(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
 
 void tsqlReverse(sqlite3_context* ctx, int, sqlite3_value** argv) {
     if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
-    const QList<uint> chars = textArg(argv[0]).toUcs4();
+    const QString s = textArg(argv[0]);
     QString out;
-    for (auto it = chars.rbegin(); it != chars.rend(); ++it) out += QString::fromUcs4(reinterpret_cast<const char32_t*>(&*it), 1);
+    out.reserve(s.size());
+    for (qsizetype i = s.size(); i > 0;) {
+        const qsizetype n = i >= 2 && s[i - 1].isLowSurrogate() && s[i - 2].isHighSurrogate() ? 2 : 1;  // a pair stays whole
+        i -= n;
+        out += QStringView(s).mid(i, n);
+    }
     resultText(ctx, out);
 }
 
@@ -308,10 +322,7 @@ void tsqlDatalength(sqlite3_context* ctx, int, sqlite3_value** argv) {
     if (type == SQLITE_NULL) return sqlite3_result_null(ctx);
     const int size = sqlite3_value_int(argv[2]);
     if (size > 0) return sqlite3_result_int(ctx, size);
-    if (type == SQLITE_INTEGER) {
-        const qint64 v = sqlite3_value_int64(argv[0]);
-        return sqlite3_result_int(ctx, v >= std::numeric_limits<int>::min() && v <= std::numeric_limits<int>::max() ? 4 : 8);
-    }
+    if (type == SQLITE_INTEGER) return sqlite3_result_int(ctx, fitsInt(sqlite3_value_int64(argv[0])) ? 4 : 8);
     if (type == SQLITE_FLOAT) return sqlite3_result_int(ctx, 8);
     if (type == SQLITE_BLOB) return sqlite3_result_int(ctx, sqlite3_value_bytes(argv[0]));
     const QString s = textArg(argv[0]);

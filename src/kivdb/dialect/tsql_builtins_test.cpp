@@ -95,7 +95,7 @@ TEST(TsqlBuiltins, GiveTheServersValues) {
          "stuff('abc', 2, 10, 'x'), stuff('abc', 1, 0, 'x')", "aXYef|NULL|NULL|ax|xabc"},
         {"select replicate('ab', 3), '[' + replicate('a', 0) + ']', replicate('a', -1), '[' + space(3) + ']', "
          "space(-1)", "ababab|[]|NULL|[   ]|NULL"},
-        {"select reverse('abc'), reverse(N'中文'), upper(N'aXé'), lower(N'AbÇ')", "cba|文中|AXÉ|abç"},
+        {"select reverse('abc'), reverse(N'中文😀'), upper(N'aXé'), lower(N'AbÇ')", "cba|😀文中|AXÉ|abç"},
         // ascii gives the first byte in the Chinese code page.
         {"select ascii('A'), ascii('abc'), ascii(''), ascii('中'), char(65), char(256), nchar(20013), "
          "unicode(N'中文'), unicode('')", "65|97|NULL|214|A|NULL|中|20013|NULL"},
@@ -129,8 +129,8 @@ TEST(TsqlBuiltins, GiveTheServersValues) {
          "2005/12/31|20051231|2005-12-31|2005-12-31 23:59:59.000|Dec 31 2005 11:59PM"},
         // And back, the style telling the order of day and month.
         {"select convert(datetime, '31/03/2006', 103), convert(datetime, '03/31/06', 1), "
-         "convert(datetime, '31-03-2006 10:20', 105)",
-         "2006-03-31 00:00:00|2006-03-31 00:00:00|2006-03-31 10:20:00"},
+         "convert(datetime, '31-03-2006 10:20', 105), convert(datetime, '060331', 12)",
+         "2006-03-31 00:00:00|2006-03-31 00:00:00|2006-03-31 10:20:00|2006-03-31 00:00:00"},
         // Style 0's text reads back.
         {"select convert(datetime, 'Mar 31 2006  8:05PM'), convert(datetime, convert(varchar, d)), "
          "isdate('February 29, 2006'), convert(datetime, '2006-03-31 12:30 am') from B where n = 7",
@@ -194,6 +194,8 @@ TEST(TsqlBuiltins, RaiseTheServersErrors) {
         {"select x.n from B", "The multi-part identifier \"x.n\" could not be bound."},
         {"select @x", "Must declare the scalar variable \"@x\"."},
         {"select @@spid", "Must declare the scalar variable \"@@spid\"."},
+        {"select substring('abc', 9223372036854775807, 2)",
+         "Arithmetic overflow error converting expression to data type int."},
         {"select substring('abc', 1, -1)", "Invalid length parameter passed to the substring function."},
         {"select sqrt(-1)", "An invalid floating point operation occurred."},
         {"select log(0)", "An invalid floating point operation occurred."},

@@ -185,8 +185,8 @@ std::optional<DateTimeParts> parseDateTime(const QString& text) {
         const auto t = parseTime(s, i, p);
         return t && i == s.size() ? t : std::nullopt;
     }
-    if (i == 8) {
-        p.year = year / 10000;
+    if (i == 8 || i == 6) {  // yyyymmdd, yymmdd
+        p.year = i == 8 ? year / 10000 : year / 10000 + (year / 10000 < 50 ? 2000 : 1900);
         p.month = year / 100 % 100;
         p.day = year % 100;
     } else if (i == 4 && i < s.size() && (s[i] == u'-' || s[i] == u'/' || s[i] == u'.')) {

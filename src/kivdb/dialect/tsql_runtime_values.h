@@ -36,7 +36,8 @@ void registerFunctions(sqlite3* db, const FunctionDef* begin, const FunctionDef*
 constexpr int kFirstYear = 1753;
 constexpr int kLastYear = 9999;
 
-// Date and time text: yyyy-mm-dd, yyyy/mm/dd, yyyy.mm.dd, yyyymmdd or Mon dd yyyy, with an
+// Date and time text: yyyy-mm-dd, yyyy/mm/dd, yyyy.mm.dd, yyyymmdd, yymmdd (years 1950..2049)
+// or Mon dd yyyy, with an
 // optional time hh:mm[:ss[.fff]][AM|PM] after a blank (or T); or a time alone, on 1900-01-01.
 struct DateTimeParts {
     int year = 1900, month = 1, day = 1, hour = 0, minute = 0, second = 0, msec = 0;
