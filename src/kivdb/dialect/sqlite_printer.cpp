@@ -327,11 +327,6 @@ public:
 
     std::optional<std::vector<ColumnKind>> resultKinds;  // set for a select that returns rows
 
-private:
-    bool orderingBy_ = false;  // translating an order by list
-
-public:
-
     QStringList statement(const Statement& s) {
         commonTables_.clear();
         hoistDerived_ = derivedDepth(s) > kInlineDerivedDepth;
@@ -343,6 +338,7 @@ public:
 
 private:
     BatchCatalog& catalog_;
+    bool orderingBy_ = false;  // translating an order by list, which may name select-list aliases
 
     // Derived tables nested deeper than this are printed as common table expressions of
     // the statement: SQLite's parser stack holds about 15 nested derived tables, and a
