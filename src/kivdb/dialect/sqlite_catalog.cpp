@@ -50,7 +50,8 @@ NumericType numericTypeFromDeclType(const QString& declType) {
 
 bool isNationalDeclType(const QString& declType) {
     const QString t = declType.trimmed().toLower();
-    return t.startsWith(QLatin1String("nchar")) || t.startsWith(QLatin1String("nvarchar")) || t.startsWith(QLatin1String("ntext"));
+    return t.startsWith(QLatin1String("nchar")) || t.startsWith(QLatin1String("nvarchar")) || t.startsWith(QLatin1String("ntext")) ||
+           t.startsWith(QLatin1String("sysname"));
 }
 
 std::optional<std::vector<CatalogColumn>> SqliteCatalog::tableColumns(const QString& table) const {

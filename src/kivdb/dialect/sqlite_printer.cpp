@@ -1,7 +1,8 @@
 #include "dialect/sqlite_printer.h"
 
-#include "dialect/tsql_runtime_values.h"
+#include "dialect/sqlite_catalog.h"
 #include "dialect/tsql_numbers.h"
+#include "dialect/tsql_runtime_values.h"
 #include "dialect/tsql_scope.h"
 
 #include <algorithm>
@@ -99,9 +100,7 @@ QString conversionTarget(ColumnKind k) {
 // user, so a global temporary table has no one else to be shared with.
 QString tempPrefix(const QString& table) { return table.startsWith(QLatin1Char('#')) ? QStringLiteral("temp.") : QString(); }
 
-bool isNationalType(const DataType& type) {
-    return type.name == QLatin1String("nchar") || type.name == QLatin1String("nvarchar") || type.name == QLatin1String("ntext");
-}
+bool isNationalType(const DataType& type) { return isNationalDeclType(type.name); }
 
 // Functions that translate one to one: the T-SQL name, the SQLite (or runtime) function,
 // the number of arguments and the result's kind. A text result is nvarchar when an
