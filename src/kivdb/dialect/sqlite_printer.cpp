@@ -279,6 +279,7 @@ public:
     explicit Printer(BatchCatalog& catalog) : catalog_(catalog) {}
 
     std::optional<std::vector<ColumnKind>> resultKinds;  // set for a select that returns rows
+    std::optional<std::vector<int>> resultScales;
 
     QStringList statement(const Statement& s) {
         commonTables_.clear();
@@ -348,21 +349,27 @@ private:
         const SelectCore& first = s.cores.front();
         if (!first.into.isEmpty()) return selectInto(s);
         std::vector<ColumnKind> itemKinds;
-        QString text = select(s, nullptr, &itemKinds);
-        resultKinds = resultColumnKinds(first, itemKinds);
+        std::vector<NumericType> itemNumerics;
+        QString text = select(s, nullptr, &itemKinds, {}, &itemNumerics);
+        if (const auto columns = resultColumns(first, itemKinds, itemNumerics)) {
+            resultKinds.emplace();
+            resultScales.emplace();
+            for (const auto& c : *columns) {
+                resultKinds->push_back(c.kind);
+                resultScales->push_back(shownScale(c));
+            }
+        }
         return {text};
     }
 
-    // One kind per result column, * expanded; nothing when a * covers an unknown table.
-    std::optional<std::vector<ColumnKind>> resultColumnKinds(const SelectCore& core, const std::vector<ColumnKind>& itemKinds) {
-        const auto columns = resultColumns(core, itemKinds, {});
-        if (!columns) return std::nullopt;
-        std::vector<ColumnKind> kinds;
-        for (const auto& c : *columns) kinds.push_back(c.kind);
-        return kinds;
+    // Digits after the point the server shows for a column: money's four, a decimal's scale.
+    static int shownScale(const CatalogColumn& c) {
+        if (c.kind == ColumnKind::Money) return 4;
+        return c.kind == ColumnKind::Decimal && c.numeric.precision > 0 ? c.numeric.scale : -1;
     }
 
-    // The types of the result columns from those of the select items, * expanded.
+    // The types of the result columns from those of the select items, * expanded; nothing
+    // when a * covers an unknown table.
     std::optional<std::vector<CatalogColumn>> resultColumns(const SelectCore& core, const std::vector<ColumnKind>& itemKinds,
                                                             const std::vector<NumericType>& itemNumerics) {
         Scope scope(catalog_, nullptr);
@@ -1300,10 +1307,12 @@ private:
 
 }  // namespace
 
-QStringList printSqlite(const Statement& statement, BatchCatalog& catalog, std::optional<std::vector<ColumnKind>>* resultKinds) {
+QStringList printSqlite(const Statement& statement, BatchCatalog& catalog, std::optional<std::vector<ColumnKind>>* resultKinds,
+                        std::optional<std::vector<int>>* resultScales) {
     Printer printer(catalog);
     QStringList out = printer.statement(statement);
     if (resultKinds && printer.resultKinds) *resultKinds = printer.resultKinds;
+    if (resultScales && printer.resultScales) *resultScales = printer.resultScales;
     return out;
 }
 

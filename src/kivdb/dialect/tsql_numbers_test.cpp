@@ -1,6 +1,7 @@
 // Exact money and decimals, and the server's overflow errors, on a real embedded database.
 #include "dialect/dialect.h"
 #include "dialect/testing_sqlite.h"
+#include "platform/sqlite_connection.h"
 
 #include <gtest/gtest.h>
 
@@ -149,6 +150,17 @@ TEST(ExactNumbersStore, MoneyLookupUsesTheIndex) {
         db.runSqlite(QStringLiteral("EXPLAIN QUERY PLAN ") + translateToSqlite("select id from Acct where Amount = 0.3", db.catalog()))
             .join(QLatin1Char(';'));
     EXPECT_TRUE(plan.contains(QLatin1String("USING INDEX IX_Acct_Amount"))) << plan.toStdString();
+}
+
+// Readers learn the digits the server shows after the point: money's four, a decimal's
+// scale, for stored and computed columns alike.
+TEST(ExactNumbersStore, ColumnsCarryTheServersScale) {
+    SqliteConnection conn(QStringLiteral(":memory:"), SqliteConnection::OpenMode::CreateIfMissing);
+    for (const QString& batch : splitBatches(QString::fromUtf8(kTables))) conn.execute(batch);
+    const RowSet rows = conn.query("select Amount, Qty, Amount * 2, Qty / 3, convert(decimal(10,3), 1), Ratio, id from Acct");
+    std::vector<int> scales;
+    for (const Column& c : rows.columns) scales.push_back(c.scale);
+    EXPECT_EQ(scales, (std::vector<int>{4, 4, 4, 15, 3, -1, -1}));
 }
 
 }  // namespace
