@@ -928,6 +928,9 @@ private:
             Typed a = expr(*e.args[0], scope);
             if (e.text == QLatin1String("not")) return {QStringLiteral("(NOT ") + a.sql + QLatin1Char(')'), ColumnKind::Integer};
             if (a.kind == ColumnKind::Text) a.sql = toNumber(a, ColumnKind::Float);
+            // The negative of the lowest integer of a type is past its range.
+            if (e.text == QLatin1String("-") && a.kind == ColumnKind::Integer && !a.literalNumber)
+                return {QStringLiteral("tsql_arith(0, '-', %1, %2)").arg(a.sql, exactTypeArgs(a.kind, a.numeric)), a.kind, a.numeric};
             Typed out{QLatin1Char('(') + e.text + a.sql + QLatin1Char(')'), a.kind == ColumnKind::Text ? ColumnKind::Float : a.kind,
                       a.numeric};
             if (a.literalNumber && (e.text == QLatin1String("-") || e.text == QLatin1String("+"))) {

@@ -95,6 +95,8 @@ INSTANTIATE_TEST_SUITE_P(
         NumberCase{"IntPlusInt", "select 2147483647 + 1", "Arithmetic overflow error converting expression to data type int."},
         NumberCase{"IntColumnTimesTwo", "select Whole * 2 from Acct",
                    "Arithmetic overflow error converting expression to data type int."},
+        NumberCase{"NegativeOfTheLowestInt", "update Acct set Whole = -Whole - 1 select -Whole from Acct",
+                   "Arithmetic overflow error converting expression to data type int."},
         NumberCase{"Bigint", "select Big + 1 from Acct", "Arithmetic overflow error converting expression to data type bigint."},
         NumberCase{"SumOfInts", "insert into Acct (id, Whole) values (2, 1) select sum(Whole) from Acct",
                    "Arithmetic overflow error converting expression to data type int."},
