@@ -380,13 +380,14 @@ private:
         for (size_t i = 0; i < core.items.size(); ++i) {
             const Expr& e = *core.items[i].expr;
             if (e.kind != ExprKind::Star) {
-                columns.push_back({{}, itemKinds[i], false, i < itemNumerics.size() ? itemNumerics[i] : NumericType{}});
+                columns.push_back({selectItemName(core.items[i]), itemKinds[i], false,
+                                   i < itemNumerics.size() ? itemNumerics[i] : NumericType{}});
                 continue;
             }
             for (const auto& t : scope.tables()) {
                 if (!e.parts.isEmpty() && t.exposed.compare(e.parts.last(), Qt::CaseInsensitive) != 0) continue;
                 if (!t.columns) return std::nullopt;
-                columns.insert(columns.end(), t.columns->begin(), t.columns->end());
+                for (const auto& c : *t.columns) columns.push_back({c.name, c.kind, false, c.numeric});
             }
         }
         return columns;
@@ -494,7 +495,7 @@ private:
             std::vector<ColumnKind> kinds;
             std::vector<NumericType> numerics;
             const QString body = select(*s.derived, scope.parent(), &kinds, {}, &numerics);
-            scope.typeDerived(s.alias, kinds, numerics);
+            if (const auto columns = resultColumns(s.derived->cores.front(), kinds, numerics)) scope.typeDerived(s.alias, *columns);
             // Only a derived table outside any subquery can move: one inside may read the
             // columns of the query around it.
             if (!hoistDerived_ || scope.parent()) return paren(body) + QStringLiteral(" AS ") + quoteName(s.alias);

@@ -80,7 +80,9 @@ INSTANTIATE_TEST_SUITE_P(
         NumberCase{"SelectIntoKeepsScale",
                    "select Amount * 3 as x into #t from Acct select x + 0.00001, x from #t", "0.90001|0.9"},
         NumberCase{"DerivedTableColumnsStayExact",
-                   "select t.a - t.b - 0.2 from (select Amount a, HadPayAmt b from Acct) t", "0"},
+                   "select t.a - t.b - 0.2, s.Amount - s.HadPayAmt - 0.2 from (select Amount a, HadPayAmt b from Acct) t, "
+                   "(select * from Acct) s",
+                   "0|0"},
         NumberCase{"TextOfADecimalShowsItsScale",
                    "select convert(varchar(20), Qty), convert(varchar(20), Amount + 0.005), "
                    "convert(varchar(20), convert(money, 1.005)) from Acct",
