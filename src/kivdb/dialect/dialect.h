@@ -49,6 +49,7 @@ struct CatalogColumn {
     ColumnKind kind = ColumnKind::Unknown;
     bool identity = false;  // numbered by the database; left out of inserts without a column list
     NumericType numeric = {};
+    bool national = false;  // nchar, nvarchar, ntext: two bytes a character, trailing blanks kept by like
 };
 
 // What the translator may ask of the database: the columns of a table (temporary ones

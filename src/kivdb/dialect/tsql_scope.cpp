@@ -76,6 +76,7 @@ Scope::Resolution Scope::resolve(const QStringList& parts) const {
             const CatalogColumn c = columnIn(tables_[i], found);
             r.kind = c.kind;
             r.numeric = c.numeric;
+            r.national = c.national;
             return r;
         }
         return parent_ ? parent_->resolve(parts) : r;
@@ -92,6 +93,7 @@ Scope::Resolution Scope::resolve(const QStringList& parts) const {
         r.tableIndex = i;
         r.kind = c.kind;
         r.numeric = c.numeric;
+        r.national = c.national;
     }
     if (r.scope || !fullyKnown()) return r;
     return parent_ ? parent_->resolve(parts) : r;

@@ -29,6 +29,7 @@ public:
         int tableIndex = -1;
         ColumnKind kind = ColumnKind::Unknown;
         NumericType numeric;
+        bool national = false;
         bool ambiguous = false;
     };
     // parts: {"x"} or {"a", "x"} (longer names use their last two parts).
