@@ -56,6 +56,18 @@ def fail(where, message):
     sys.exit(f"{where}: {message}")
 
 
+NAME_PARAM = re.compile(r"Names?$")
+
+
+def check_name_splicing(export, where):
+    """A table or field name argument concatenated into SQL must pass the name guard."""
+    for name, type_ in export.params:
+        if type_ != "string" or not NAME_PARAM.search(name):
+            continue
+        if re.search(rf"\+\s*{name}\b|\b{name}\s*\+", export.body):
+            fail(where, f"{name} is spliced into SQL without sqlName({name})")
+
+
 def parse(files):
     exports, includes, seen = [], [], {}
     for path in files:
@@ -72,6 +84,7 @@ def parse(files):
                 if current is None or current.body is not None:
                     fail(where, "a body line must follow a signature line without body")
                 current.body = line[1:].strip()
+                check_name_splicing(current, where)
                 continue
             m = SIG.match(line)
             if not m:

@@ -4,8 +4,8 @@
 #include "dialect/tsql_scope.h"
 
 #include <algorithm>
-
 #include <functional>
+#include <utility>
 
 namespace kivdb::dialect {
 
@@ -138,10 +138,11 @@ struct Typed {
     QString literalValue = {};  // its text; a number literal's text, signed
     bool literalNumber = false;
     // Inside an operator chain only: the binding strength of the bare SQLite operator at
-    // the top of sql (0: sql is a single operand), and the operand count of a tsql_add
-    // call that may take more.
+    // the top of sql (0: sql is a single operand), and the runtime function whose call sql
+    // is, open to more operands, with its operand count.
     int infix = 0;
-    int addOperands = 0;
+    const char* openCall = nullptr;
+    int callOperands = 0;
     int exactSteps = 0;  // steps of a tsql_arith call that may take more
 };
 
@@ -153,8 +154,8 @@ constexpr int kSumStrength = 2;
 constexpr int kBitStrength = 1;
 
 // SQLite refuses expression trees deeper than 1000 and functions of more than 127 arguments.
-constexpr int kLogicalGroup = 100;
-constexpr int kAddOperands = 100;
+constexpr int kChainGroup = 100;
+constexpr int kCallOperands = 100;
 
 // Steps of one tsql_arith call: three arguments each, within SQLite's 127.
 constexpr int kExactSteps = 40;
@@ -298,6 +299,7 @@ private:
     static constexpr int kInlineDerivedDepth = 4;
     bool hoistDerived_ = false;
     QStringList commonTables_;
+    bool checkFirstItem_ = false;  // the next select core's item is wrapped in tsql_single
 
     static int derivedDepth(const TableSource& s) {
         switch (s.kind) {
@@ -399,7 +401,7 @@ private:
             parts << text;
             if (i == 0) firstScope = std::move(scope);
         }
-        QString out = parts.join(QString());
+        QString out = parts.size() == 1 ? std::move(parts.front()) : parts.join(QString());
         if (!s.orderBy.empty()) {
             QStringList items;
             for (const auto& o : s.orderBy) {
@@ -425,6 +427,8 @@ private:
 
     QString coreText(const SelectCore& core, Scope& scope, std::vector<ColumnKind>* kinds,
                      const QString& firstColumnName = {}, std::vector<NumericType>* numerics = nullptr) {
+        // Taken before anything nested is printed: it belongs to this core.
+        const bool checkFirstItem = std::exchange(checkFirstItem_, false);
         // The sources first: translating a derived table types its columns.
         QStringList sources;
         for (const auto& source : core.from) sources << sourceText(*source, scope);
@@ -442,18 +446,19 @@ private:
             const Typed t = expr(*item.expr, scope);
             if (kinds) kinds->push_back(t.kind);
             if (numerics) numerics->push_back(t.numeric);
-            const QString sql = collated(*item.expr, t);
+            const QString sql = checkFirstItem && items.isEmpty() ? QStringLiteral("tsql_single(") + t.sql + QLatin1Char(')')
+                                                                  : collated(*item.expr, t);
             items << (alias.isEmpty() ? sql : sql + QStringLiteral(" AS ") + quoteName(alias));
         }
         out += items.join(QStringLiteral(", "));
         if (!sources.isEmpty()) out += QStringLiteral(" FROM ") + sources.join(QStringLiteral(", "));
-        if (core.where) out += QStringLiteral(" WHERE ") + condition(*core.where, scope);
+        if (core.where) appendClause(out, QStringLiteral(" WHERE "), condition(*core.where, scope));
         if (!core.groupBy.empty()) {
             QStringList groups;
             for (const auto& g : core.groupBy) groups << collated(*g, expr(*g, scope));
             out += QStringLiteral(" GROUP BY ") + groups.join(QStringLiteral(", "));
         }
-        if (core.having) out += QStringLiteral(" HAVING ") + condition(*core.having, scope);
+        if (core.having) appendClause(out, QStringLiteral(" HAVING "), condition(*core.having, scope));
         return out;
     }
 
@@ -707,7 +712,7 @@ private:
             for (const TableSource* r : rest) sources << sourceText(*r, scope);
             out += QStringLiteral(" FROM ") + sources.join(QStringLiteral(", "));
         }
-        if (s.where) out += QStringLiteral(" WHERE ") + condition(*s.where, scope);
+        if (s.where) appendClause(out, QStringLiteral(" WHERE "), condition(*s.where, scope));
         return out;
     }
 
@@ -716,7 +721,7 @@ private:
             Scope scope(catalog_, nullptr);
             scope.addTable(s.table, s.table);
             QString out = QStringLiteral("DELETE FROM ") + quoteName(s.table);
-            if (s.where) out += QStringLiteral(" WHERE ") + condition(*s.where, scope);
+            if (s.where) appendClause(out, QStringLiteral(" WHERE "), condition(*s.where, scope));
             return out;
         }
         // delete t from t, u where ...: the rows of t that the join finds.
@@ -857,6 +862,13 @@ private:
 
     QString condition(const Expr& e, const Scope& scope) { return expr(e, scope).sql; }
 
+    // Appends in place: a condition of megabytes (a long in list) is not copied again.
+    static void appendClause(QString& out, const QString& keyword, const QString& clause) {
+        out.reserve(out.size() + keyword.size() + clause.size());
+        out += keyword;
+        out += clause;
+    }
+
     static QString paren(const QString& s) { return QLatin1Char('(') + s + QLatin1Char(')'); }
 
     // A text operand of a numeric operation: a literal is converted here, anything else by
@@ -945,19 +957,7 @@ private:
                           QStringLiteral(" AND ") + hi.sql),
                     ColumnKind::Integer};
         }
-        case ExprKind::InList: {
-            Typed v = expr(*e.args[0], scope);
-            std::vector<Typed> list;
-            std::vector<Typed*> refs;
-            for (size_t i = 1; i < e.args.size(); ++i) list.push_back(expr(*e.args[i], scope));
-            for (auto& t : list) refs.push_back(&t);
-            const QString value = comparedOperand(v, refs);
-            QStringList items;
-            for (const auto& t : list) items << t.sql;
-            return {paren(value + (e.negated ? QStringLiteral(" NOT IN (") : QStringLiteral(" IN (")) +
-                          items.join(QStringLiteral(", ")) + QLatin1Char(')')),
-                    ColumnKind::Integer};
-        }
+        case ExprKind::InList: return inList(e, scope);
         case ExprKind::InSelect: {
             Typed v = expr(*e.args[0], scope);
             QString value = v.sql;
@@ -977,6 +977,65 @@ private:
         case ExprKind::Convert: return convert(e, scope);
         }
         return {};
+    }
+
+    // The list's literal items count in the comparison's typing as one text and one number
+    // operand, and print as the parser kept them unless a numeric value needs their texts
+    // as numbers.
+    Typed inList(const Expr& e, const Scope& scope) {
+        Typed v = expr(*e.args[0], scope);
+        std::vector<Typed> list;
+        for (size_t i = 1; i < e.args.size(); ++i) list.push_back(expr(*e.args[i], scope));
+        const size_t stated = list.size();
+        const LiteralItems* literals = e.literals.get();
+        if (literals && literals->strings) list.push_back(Typed{QString(), ColumnKind::Text});
+        if (literals && literals->numbers)
+            list.push_back(Typed{QString(), literals->floats     ? ColumnKind::Float
+                                            : literals->decimals ? ColumnKind::Decimal
+                                                                 : ColumnKind::Integer});
+        std::vector<Typed*> refs;
+        for (auto& t : list) refs.push_back(&t);
+        const QString value = comparedOperand(v, refs);
+        QString out = QLatin1Char('(') + value + (e.negated ? QStringLiteral(" NOT IN (") : QStringLiteral(" IN ("));
+        for (size_t i = 0; i < stated; ++i) out += (i ? QStringLiteral(", ") : QString()) + list[i].sql;
+        if (literals) {
+            if (stated) out += QStringLiteral(", ");
+            out += isNumeric(v.kind) && literals->strings ? numericLiterals(*literals, v.kind) : literals->sql;
+        }
+        out += QStringLiteral("))");
+        return {std::move(out), ColumnKind::Integer};
+    }
+
+    // The literal items with each text converted as a number of the given kind.
+    QString numericLiterals(const LiteralItems& items, ColumnKind kind) {
+        const QString& sql = items.sql;
+        QStringList out;
+        qsizetype i = 0;
+        while (i < sql.size()) {
+            qsizetype end;
+            if (sql[i] == u'\'') {
+                QString value;
+                end = i + 1;
+                for (;; ++end) {
+                    if (sql[end] == u'\'') {
+                        if (end + 1 < sql.size() && sql[end + 1] == u'\'') ++end;
+                        else break;
+                    }
+                    value += sql[end];
+                }
+                ++end;
+                Typed text{sql.mid(i, end - i), ColumnKind::Text};
+                text.literalText = true;
+                text.literalValue = value;
+                out << toNumber(text, kind);
+            } else {
+                end = sql.indexOf(QLatin1Char(','), i);
+                if (end < 0) end = sql.size();
+                out << sql.mid(i, end - i);
+            }
+            i = end + 2;  // past ", "
+        }
+        return out.join(QStringLiteral(", "));
     }
 
     Typed column(const Expr& e, const Scope& scope) {
@@ -1043,7 +1102,7 @@ private:
     }
 
     // and/or print flat, as one chain, however the conditions were grouped: and and or are
-    // associative. SQLite's tree nests one level per operator, so past kLogicalGroup terms
+    // associative. SQLite's tree nests one level per operator, so past kChainGroup terms
     // the chain is cut into parenthesized groups that nest far less.
     Typed logicalChain(const Expr& e, const Scope& scope) {
         const QString& op = e.text;
@@ -1058,13 +1117,19 @@ private:
             }
             parts << expr(*node, scope).sql;
         }
-        const QString separator = op == QLatin1String("and") ? QStringLiteral(" AND ") : QStringLiteral(" OR ");
-        while (parts.size() > kLogicalGroup) {
+        return {groupedChain(std::move(parts), op == QLatin1String("and") ? QStringLiteral(" AND ") : QStringLiteral(" OR ")),
+                ColumnKind::Integer};
+    }
+
+    // Operands of an associative operator, flat up to kChainGroup of them, in parenthesized
+    // groups beyond.
+    static QString groupedChain(QStringList parts, const QString& separator) {
+        while (parts.size() > kChainGroup) {
             QStringList groups;
-            for (qsizetype i = 0; i < parts.size(); i += kLogicalGroup) groups << paren(parts.mid(i, kLogicalGroup).join(separator));
+            for (qsizetype i = 0; i < parts.size(); i += kChainGroup) groups << paren(parts.mid(i, kChainGroup).join(separator));
             parts = std::move(groups);
         }
-        return {paren(parts.join(separator)), ColumnKind::Integer};
+        return paren(parts.join(separator));
     }
 
     // An arithmetic or concatenation chain folds left, as the server evaluates it, with no
@@ -1072,8 +1137,17 @@ private:
     // parentheses or calls. Parentheses go only where SQLite would bind otherwise, and
     // the chain as a whole is one parenthesized operand to whatever uses it.
     Typed arithmeticChain(const Expr& e, const Scope& scope) {
-        Typed result = expr(*e.args[0], scope);
-        for (size_t i = 1; i < e.args.size(); ++i) result = arithmetic(e.ops[i - 1], std::move(result), expr(*e.args[i], scope));
+        std::vector<Typed> operands;
+        for (const auto& a : e.args) operands.push_back(expr(*a, scope));
+        // Texts joined by + are associative, so a long join is grouped as and/or are.
+        const bool texts = std::all_of(operands.begin(), operands.end(), [](const Typed& t) { return t.kind == ColumnKind::Text; });
+        if (texts && e.ops.count(QStringLiteral("+")) == e.ops.size() && operands.size() > size_t(kChainGroup)) {
+            QStringList parts;
+            for (const auto& t : operands) parts << t.sql;
+            return {groupedChain(std::move(parts), QStringLiteral(" || ")), ColumnKind::Text};
+        }
+        Typed result = std::move(operands.front());
+        for (size_t i = 1; i < operands.size(); ++i) result = arithmetic(e.ops[i - 1], std::move(result), std::move(operands[i]));
         return {result.infix ? paren(result.sql) : result.sql, result.kind, result.numeric};
     }
 
@@ -1090,20 +1164,23 @@ private:
         return t;
     }
 
-    // + of operands whose types the translation cannot tell: one tsql_add call takes a
-    // run of such operands.
-    static Typed runtimeAdd(const Typed& l, const Typed& r, ColumnKind kind) {
+    // An operator the runtime evaluates: one call of `function` takes a run of operands
+    // (the function folds them left), rather than a nested call per operator.
+    static Typed runtimeCall(const char* function, const Typed& l, const Typed& r, ColumnKind kind) {
         Typed t;
-        if (l.addOperands && l.addOperands < kAddOperands) {
+        if (l.openCall == function && l.callOperands < kCallOperands) {
             t.sql = l.sql.chopped(1) + QStringLiteral(", ") + r.sql + QLatin1Char(')');
-            t.addOperands = l.addOperands + 1;
+            t.callOperands = l.callOperands + 1;
         } else {
-            t.sql = QStringLiteral("tsql_add(") + l.sql + QStringLiteral(", ") + r.sql + QLatin1Char(')');
-            t.addOperands = 2;
+            t.sql = QLatin1String(function) + QLatin1Char('(') + l.sql + QStringLiteral(", ") + r.sql + QLatin1Char(')');
+            t.callOperands = 2;
         }
+        t.openCall = function;
         t.kind = kind;
         return t;
     }
+    static constexpr const char* kAdd = "tsql_add";
+    static constexpr const char* kXor = "tsql_xor";
 
     // One step of exact arithmetic; the steps of a chain share one tsql_arith call.
     static Typed exactStep(const Typed& l, const QString& op, const Typed& r, ColumnKind kind, NumericType result) {
@@ -1124,9 +1201,9 @@ private:
         const bool ln = isNumeric(l.kind), rn = isNumeric(r.kind);
         // A + chain that went to the runtime stays in its call for joins and untyped
         // operands: the runtime joins texts as || does.
-        if (op == QLatin1String("+") && l.addOperands && !(ln && rn) && l.kind != ColumnKind::DateTime &&
+        if (op == QLatin1String("+") && l.openCall == kAdd && !(ln && rn) && l.kind != ColumnKind::DateTime &&
             r.kind != ColumnKind::DateTime)
-            return runtimeAdd(l, r, l.kind != ColumnKind::Unknown ? l.kind : r.kind);
+            return runtimeCall(kAdd, l, r, l.kind != ColumnKind::Unknown ? l.kind : r.kind);
         if (op == QLatin1String("+")) {
             if (l.kind == ColumnKind::Text && r.kind == ColumnKind::Text) return infix(l, QStringLiteral("||"), r, kConcatStrength, ColumnKind::Text);
             if (l.kind == ColumnKind::DateTime && rn) return {QStringLiteral("tsql_date_add(%1, %2)").arg(l.sql, r.sql), ColumnKind::DateTime};
@@ -1150,10 +1227,9 @@ private:
         if (op == QLatin1String("%")) return {QStringLiteral("tsql_mod(%1, %2)").arg(l.sql, r.sql), kind};
         if (op == QLatin1String("+") && !numeric) {
             // Types unknown here: the values decide at run time (text joins, numbers add).
-            return runtimeAdd(l, r, l.kind != ColumnKind::Unknown ? l.kind : r.kind);
+            return runtimeCall(kAdd, l, r, l.kind != ColumnKind::Unknown ? l.kind : r.kind);
         }
-        if (op == QLatin1String("^"))
-            return {QStringLiteral("((%1 | %2) - (%1 & %2))").arg(closed(l), closed(r)), ColumnKind::Integer};
+        if (op == QLatin1String("^")) return runtimeCall(kXor, l, r, ColumnKind::Integer);
         const int strength = op == QLatin1String("*")                              ? kProductStrength
                              : op == QLatin1String("+") || op == QLatin1String("-") ? kSumStrength
                                                                                    : kBitStrength;
@@ -1183,10 +1259,30 @@ private:
         const SelectStmt& sub = *e.subquery;
         const bool checked = !singleRow(sub) && sub.cores.front().items.front().expr->kind != ExprKind::Star;
         static const QString value = QStringLiteral("tsql_value");
-        const QString inner = select(sub, &scope, &kinds, checked ? value : QString());
+        const bool inPlace = checked && checksInPlace(sub, scope);
+        checkFirstItem_ = inPlace;
+        const QString inner = select(sub, &scope, &kinds, checked && !inPlace ? value : QString());
         const ColumnKind kind = kinds.empty() ? ColumnKind::Unknown : kinds.front();
-        if (!checked) return {paren(inner), kind};
+        if (!checked || inPlace) return {paren(inner), kind};
         return {QStringLiteral("(SELECT tsql_single(%1) FROM (%2))").arg(quoteName(value), inner), kind};
+    }
+
+    // A subquery of one plain select whose item is a column of its own tables checks its
+    // rows in place, as tsql_single(column) over them: one level of nesting less for
+    // SQLite's parser. An item of outer columns only would make the aggregate the outer
+    // query's, and grouping or distinct change which rows there are.
+    bool checksInPlace(const SelectStmt& sub, const Scope& scope) {
+        if (sub.cores.size() != 1 || !sub.orderBy.empty()) return false;
+        const SelectCore& core = sub.cores.front();
+        if (core.distinct || core.top || !core.groupBy.empty() || core.having || core.items.size() != 1 ||
+            !core.into.isEmpty())
+            return false;
+        const Expr& item = *core.items.front().expr;
+        if (item.kind != ExprKind::Column) return false;
+        Scope inner(catalog_, &scope);
+        inner.addSources(core.from);
+        const auto r = inner.resolve(item.parts);
+        return r.scope == &inner && !r.ambiguous;
     }
 
     Typed caseExpr(const Expr& e, const Scope& scope) {

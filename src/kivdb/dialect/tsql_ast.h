@@ -31,6 +31,17 @@ enum class ExprKind {
 struct Expr;
 using ExprPtr = std::unique_ptr<Expr>;
 
+// The items of an in (...) list that are plain literals, kept as the SQLite text that
+// lists them ('a', 'b', 3), so a list of a hundred thousand values costs its text rather
+// than a node per value.
+struct LiteralItems {
+    QString sql;  // the literals joined by ", ", strings in single quotes
+    int strings = 0;
+    int numbers = 0;
+    bool decimals = false;  // some number is no int (a point, or beyond 2147483647)
+    bool floats = false;  // some number has an exponent
+};
+
 struct Expr {
     ExprKind kind = ExprKind::Null;
     Span span;
@@ -48,6 +59,7 @@ struct Expr {
     bool hasCaseOperand = false;
     bool hasElse = false;
     SelectPtr subquery;
+    std::unique_ptr<LiteralItems> literals;  // in list: its literal items; args holds the others
     DataType type;  // convert / cast target
     Span opSpan;  // operator token, for binary nodes (a chain's first one)
     bool synthesized = false;  // made by a rewrite, no source text of its own

@@ -2,6 +2,8 @@
 
 #include "dialect/dialect.h"
 
+#include <QStringList>
+
 namespace kivdb::dialect {
 
 namespace {
@@ -13,12 +15,25 @@ bool isNamePart(QChar c) { return c.isLetterOrNumber() || c == u'_' || c == u'#'
     throw SqlError(QStringLiteral("Unclosed quotation mark after the character string '%1'.").arg(quotedExcerpt(rest)).toStdString());
 }
 
+// One shared text per operator, so the commas of a long list allocate nothing.
+QString singleCharOperator(QChar c) {
+    static const QString operators = QStringLiteral("=<>+-*/%(),.&|^~!");
+    static const QStringList texts = [] {
+        QStringList list;
+        for (QChar op : operators) list << QString(op);
+        return list;
+    }();
+    const qsizetype index = operators.indexOf(c);
+    if (index < 0) throw SqlError(QStringLiteral("Incorrect syntax near '%1'.").arg(c).toStdString());
+    return texts[index];
+}
+
 }  // namespace
 
-std::vector<Token> tokenize(const QString& sql) {
-    std::vector<Token> tokens;
+Token Lexer::next() {
+    const QString& sql = sql_;
     const int n = int(sql.size());
-    int i = 0;
+    int& i = pos_;
     auto at = [&](int k) { return k < n ? sql[k] : QChar(); };
     while (i < n) {
         const QChar c = sql[i];
@@ -114,25 +129,22 @@ std::vector<Token> tokenize(const QString& sql) {
         } else {
             static const char* const twoChar[] = {"*=", "=*", "<>", "!=", "<=", ">=", "!<", "!>"};
             t.type = TokenType::Operator;
-            t.text = QString(c);
             for (const char* op : twoChar) {
                 if (c == QLatin1Char(op[0]) && at(i + 1) == QLatin1Char(op[1])) {
                     t.text = QLatin1String(op);
                     break;
                 }
             }
-            static const QString single = QStringLiteral("=<>+-*/%(),.&|^~!");
-            if (t.text.size() == 1 && !single.contains(c))
-                throw SqlError(QStringLiteral("Incorrect syntax near '%1'.").arg(c).toStdString());
+            if (t.text.isEmpty()) t.text = singleCharOperator(c);
             i += int(t.text.size());
         }
         t.end = i;
-        tokens.push_back(std::move(t));
+        return t;
     }
     Token end;
     end.begin = end.end = n;
-    tokens.push_back(end);
-    return tokens;
+    return end;
 }
+
 
 }  // namespace kivdb::dialect

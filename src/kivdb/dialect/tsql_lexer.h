@@ -3,7 +3,6 @@
 // character that cannot continue it stands ("5and" is 5 then and), [bracketed] and
 // "double-quoted" names are identifiers (QUOTED_IDENTIFIER ON), #t and ##t are names.
 #include <QString>
-#include <vector>
 
 namespace kivdb::dialect {
 
@@ -23,7 +22,18 @@ struct Token {
     bool isOp(const char* op) const { return type == TokenType::Operator && text == QLatin1String(op); }
 };
 
-// Throws SqlError for an unterminated quote, bracket or comment.
-std::vector<Token> tokenize(const QString& sql);
+// Reads the tokens of a text one at a time, so that a long statement never holds all of
+// them at once. After the last token it answers End for ever. Throws SqlError for an
+// unterminated quote, bracket or comment.
+class Lexer {
+public:
+    explicit Lexer(const QString& sql) : sql_(sql) {}
+    Token next();
+
+private:
+    const QString& sql_;
+    int pos_ = 0;
+};
+
 
 }  // namespace kivdb::dialect

@@ -5,6 +5,8 @@
 
 #include <QSet>
 
+#include <deque>
+
 namespace kivdb::dialect {
 
 namespace {
@@ -36,17 +38,24 @@ constexpr int kMaxNesting = 150;
 
 class Parser {
 public:
-    explicit Parser(const QString& sql) : sql_(sql), tokens_(tokenize(sql)) {}
+    explicit Parser(const QString& sql) : sql_(sql), lexer_(sql) {}
 
     std::vector<StatementPtr> batch() {
         std::vector<StatementPtr> result;
-        for (;;) {
-            while (peek().type == TokenType::Semicolon) ++pos_;
-            if (peek().type == TokenType::End) break;
-            result.push_back(statement());
-            const Token& after = peek();
-            if (after.type != TokenType::Semicolon && after.type != TokenType::End && !startsStatement(after))
-                fail(after);
+        try {
+            for (;;) {
+                while (peek().type == TokenType::Semicolon) next();
+                if (peek().type == TokenType::End) break;
+                result.push_back(statement());
+                const Token& after = peek();
+                if (after.type != TokenType::Semicolon && after.type != TokenType::End && !startsStatement(after))
+                    fail(after);
+            }
+        } catch (const SqlError&) {
+            // The server reads the whole text before it parses: an unclosed quote further on
+            // is the error it reports.
+            while (lexer_.next().type != TokenType::End) {}
+            throw;
         }
         if (result.empty()) throw SqlError("Command text was not set for the command object.");
         return result;
@@ -54,8 +63,14 @@ public:
 
 private:
     const QString& sql_;
-    std::vector<Token> tokens_;
+    // Tokens are read as the parser comes to them and dropped some way behind it, so a
+    // long statement never holds all of its tokens.
+    mutable Lexer lexer_;
+    mutable std::deque<Token> window_;
+    mutable size_t windowBase_ = 0;  // the position of window_.front()
+    static constexpr size_t kTokensKeptBehind = 16;
     size_t pos_ = 0;
+    Token last_;  // the token before pos_
     int depth_ = 0;
 
     struct DepthGuard {
@@ -66,20 +81,31 @@ private:
         ~DepthGuard() { --p.depth_; }
     };
 
+    // The token `ahead` places on; End past the end.
     const Token& peek(size_t ahead = 0) const {
-        return tokens_[std::min(pos_ + ahead, tokens_.size() - 1)];
+        while (windowBase_ + window_.size() <= pos_ + ahead) {
+            if (!window_.empty() && window_.back().type == TokenType::End) return window_.back();
+            window_.push_back(lexer_.next());
+        }
+        return window_[pos_ + ahead - windowBase_];
     }
-    const Token& next() {
-        const Token& t = tokens_[pos_];
-        if (pos_ + 1 < tokens_.size()) ++pos_;
+    Token next() {
+        Token t = peek();
+        if (t.type != TokenType::End) {
+            ++pos_;
+            last_ = t;
+        }
+        while (pos_ - windowBase_ > kTokensKeptBehind) {
+            window_.pop_front();
+            ++windowBase_;
+        }
         return t;
     }
-    int lastEnd() const { return pos_ == 0 ? 0 : tokens_[pos_ - 1].end; }
+    int lastEnd() const { return pos_ == 0 ? 0 : last_.end; }
 
     [[noreturn]] void fail(const Token& t) const {
         if (t.type == TokenType::End) {
-            const QString last = pos_ > 0 ? sql_.mid(tokens_[pos_ - 1].begin, tokens_[pos_ - 1].end - tokens_[pos_ - 1].begin)
-                                          : QString();
+            const QString last = pos_ > 0 ? sql_.mid(last_.begin, last_.end - last_.begin) : QString();
             throw SqlError(QStringLiteral("Incorrect syntax near '%1'.").arg(quotedExcerpt(last)).toStdString());
         }
         const QString text = sql_.mid(t.begin, t.end - t.begin);
@@ -125,7 +151,7 @@ private:
         if (peek().type != TokenType::Number) fail(peek());
         bool ok = false;
         const qint64 v = next().text.toLongLong(&ok);
-        if (!ok) fail(tokens_[pos_ - 1]);
+        if (!ok) fail(last_);
         return negative ? -v : v;
     }
 
@@ -730,8 +756,9 @@ private:
             e->negated = negated;
             e->args.push_back(std::move(left));
             // An empty list is a syntax error on the server.
-            do e->args.push_back(expression());
-            while (acceptOp(","));
+            do {
+                if (!literalItem(*e)) e->args.push_back(expression());
+            } while (acceptOp(","));
             expectOp(")");
             return finish(std::move(e));
         }
@@ -744,6 +771,34 @@ private:
             return finish(std::move(e));
         }
         return left;
+    }
+
+    // A string or number standing alone as an item of an in list joins the list's literals.
+    bool literalItem(Expr& list) {
+        const Token& t = peek();
+        if ((t.type != TokenType::String && t.type != TokenType::Number) || !(peek(1).isOp(",") || peek(1).isOp(")")))
+            return false;
+        if (!list.literals) list.literals = std::make_unique<LiteralItems>();
+        LiteralItems& items = *list.literals;
+        if (!items.sql.isEmpty()) items.sql += QStringLiteral(", ");
+        const Token item = next();
+        if (item.type == TokenType::String) {
+            ++items.strings;
+            items.sql += QLatin1Char('\'');
+            for (QChar c : item.text) {
+                if (c == u'\'') items.sql += c;
+                items.sql += c;
+            }
+            items.sql += QLatin1Char('\'');
+        } else {
+            ++items.numbers;
+            bool fits = false;
+            const qlonglong value = item.text.toLongLong(&fits);
+            if (item.text.contains(QLatin1Char('e'), Qt::CaseInsensitive)) items.floats = true;
+            else if (!fits || value > 2147483647LL) items.decimals = true;
+            items.sql += item.text;
+        }
+        return true;
     }
 
     ExprPtr additive() {

@@ -343,6 +343,19 @@ void tsqlAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     resultNumber(ctx, sum);
 }
 
+// tsql_xor(a, b, ...): ^ of integers, folded left.
+void tsqlXor(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
+    qint64 result = 0;
+    for (int k = 0; k < argc; ++k) {
+        Number n;
+        if (!numberArg(ctx, argv[k], QStringLiteral("int"), n)) return;
+        if (!n.isInteger) return resultError(ctx, QStringLiteral("The data types float and int are incompatible in the '^' operator."));
+        result ^= n.i;
+    }
+    sqlite3_result_int64(ctx, result);
+}
+
 // int(x): the integer part of any number, numeric text included ('12.7' is 12); unlike
 // convert(int, ...), which takes integer text only. The result is an int.
 void tsqlInt(sqlite3_context* ctx, int, sqlite3_value** argv) {
@@ -696,6 +709,7 @@ const FunctionDef kFunctions[] = {
     {"tsql_div", 2, tsqlDiv, true},
     {"tsql_mod", 2, tsqlMod, true},
     {"tsql_add", -1, tsqlAdd, true},
+    {"tsql_xor", -1, tsqlXor, true},
     {"tsql_int", 1, tsqlInt, true},
     {"tsql_len", 1, tsqlLen, true},
     {"tsql_charindex", 2, tsqlCharindex, true},

@@ -543,11 +543,14 @@ TEST_F(TsqlTranslate, LongChainsRunOnTheEngine) {
         // Columns of a select * derived table have no known type: the runtime adds them.
         {"50 untyped columns joined", "select " + concatenation + " from (select * from Wide) w", {joined.join(",")}},
         {"100-term sum", "select " + sum, {"5050"}},
+        {"1000-term sum", "select " + chain("%1", 1000, " + "), {"500500"}},
         {"100-term sum of a column", "select " + chain("Type", 100, " + ") + " from Rp_RAcct where CustNo = 'C2'", {"200"}},
         {"256 or terms", "select CustNo from Rp_RAcct where " + chain("CustNo = 'x%1'", 255, " or ") + " or CustNo = 'C3'",
          {"C3"}},
         {"3000 and terms", "select count(*) from Rp_RAcct where " + chain("CustNo <> 'x%1'", 3000, " and "), {"3"}},
-        {"& binds as + does", "select 2 & 3 + 4, 1 + 2 | 4, 2 * 3 + 4 * 5", {"6|7|26"}},
+        {"& binds as + does", "select 2 & 3 + 4, 1 + 2 | 4, 2 * 3 + 4 * 5, 6 ^ 3 + 1, 1 + 6 ^ 3", {"6|7|26|6|4"}},
+        {"60 exclusive ors", "select " + chain("%1", 60, " ^ "), {"60"}},
+        {"1500 texts joined", "select len(" + chain("'ab'", 1500, " + ") + ")", {"3000"}},
         {"left to right", "select 10 - 2 - 3, 12 / 2 / 3, 1 - (2 - 3), 'a' + 'b' + 'c'", {"5|2|2|abc"}},
         // ('5' + '0') + 1, not '5' + ('0' + 1).
         {"untyped operands fold left", "select w.c1 + '0' + 1 from (select c1 = '5') w", {"51"}},
@@ -557,6 +560,29 @@ TEST_F(TsqlTranslate, LongChainsRunOnTheEngine) {
             EXPECT_EQ(db.run(c.tsql), c.rows) << c.name;
         } catch (const std::exception& e) {
             ADD_FAILURE() << c.name << ": " << e.what();
+        }
+    }
+}
+
+// The literals of an in list are kept as text, not a node each, and still compare as the
+// server compares them.
+TEST_F(TsqlTranslate, InListLiteralsCompareAsTheServerCompares) {
+    const struct {
+        const char* tsql;
+        QStringList rows;
+    } cases[] = {
+        {"select CustNo from Rp_RAcct where Type in ('1', '3') order by CustNo", {"C1", "C3"}},
+        {"select CustNo from Rp_RAcct where CustNo in ('c1 ', 'C2', CustNo + 'x') order by CustNo", {"C1", "C2"}},
+        {"select NoteNo from T_pinvhea where RefNo in (12, 9) order by NoteNo", {"T1", "T2"}},
+        {"select CustNo from Rp_RAcct where NoteNo in ('S''1', 'S001, S002', 'S001')", {"C1"}},
+        {"select CustNo from Rp_RAcct where Type not in (1, 2.5) order by CustNo", {"C2", "C3"}},
+        {"select CustNo from Rp_RAcct where Type in (Type - 1, '2', 7)", {"C2"}},
+    };
+    for (const auto& c : cases) {
+        try {
+            EXPECT_EQ(db.run(c.tsql), c.rows) << c.tsql;
+        } catch (const std::exception& e) {
+            ADD_FAILURE() << c.tsql << ": " << e.what();
         }
     }
 }
@@ -573,8 +599,15 @@ TEST_F(TsqlTranslate, NestedQueriesReachTheServersLimitOrSaySo) {
         return tsql;
     };
     EXPECT_EQ(db.run(exists(11)), QStringList{"1"});
+    // A correlated scalar subquery checks its rows in place, a level of nesting each.
+    QString scalar = QStringLiteral("select CustNo from Rp_RAcct");
+    for (int i = 0; i < 9; ++i)
+        scalar = QStringLiteral("select a%1.CustNo from Rp_RAcct a%1 where a%1.CustNo = (%2)").arg(i).arg(scalar);
+    EXPECT_EQ(db.errorOf(scalar), "Subquery returned more than 1 value. This is not permitted when the subquery follows =, "
+                                  "!=, <, <= , >, >= or when the subquery is used as an expression.");
     const std::string error = db.errorOf(exists(32));
-    EXPECT_EQ(error, std::string(kNestedTooDeeply) + " The embedded database nests subqueries 7 levels deep at least, the server 32.");
+    EXPECT_EQ(error, std::string(kNestedTooDeeply) + " The embedded database nests subqueries about 10 levels deep (the server 32) and takes about 1000 operators in "
+                     "one expression.");
 }
 
 // Names and values that hold QString placeholders (%1, %3, %%) reach the engine as written.

@@ -1,12 +1,14 @@
 #include "frame/sql_text.h"
 
+#include "dialect/dialect.h"
+
 #include <QSet>
 
 namespace kivdb {
 
 QString quotedText(const QString& value) {
     if (value.contains(QLatin1Char('\'')))
-        throw ValueError(QStringLiteral("文本值中含有单引号，语句未执行: %1").arg(value));
+        throw ValueError(QStringLiteral("文本值中含有单引号，语句未执行: %1").arg(dialect::quotedExcerpt(value)));
     return value;
 }
 

@@ -71,5 +71,17 @@ TEST(SqlNameArguments, EveryExportThatSplicesANameGuardsIt) {
     EXPECT_EQ(SelTableIntValue(*conn, "select count(*) from T"), 1);
 }
 
+// A refused value of megabytes is named by its start, as every quoting message is.
+TEST(SqlTextValues, ARefusedValueIsQuotedByItsStart) {
+    try {
+        quotedText(QString(1 << 20, QLatin1Char('x')) + QLatin1Char('\''));
+        FAIL() << "a value with a single quote was accepted";
+    } catch (const ValueError& e) {
+        const QString message = QString::fromUtf8(e.what());
+        EXPECT_LT(message.size(), 200);
+        EXPECT_TRUE(message.endsWith(QLatin1String("xxx..."))) << e.what();
+    }
+}
+
 }  // namespace
 }  // namespace kivdb

@@ -1,5 +1,7 @@
 #include "platform/embedded_procedure_support.h"
 
+#include "dialect/dialect.h"
+
 #include "platform/sqlite_connection.h"
 
 #include <sqlite3.h>
@@ -41,7 +43,7 @@ std::optional<qint64> integerArgument(const ProcedureCall& call, const QString& 
     const qint64 number = value.toLongLong(&ok);
     if (!ok)
         throw DatabaseError(QStringLiteral("Procedure '%1': %2 expects an integer, got '%3'.")
-                                .arg(call.name, name, value.toString()));
+                                .arg(call.name, name, dialect::quotedExcerpt(value.toString())));
     return number;
 }
 

@@ -1,5 +1,7 @@
 #include "platform/field_values.h"
 
+#include "dialect/dialect.h"
+
 #include "platform/kivfunc.h"
 #include "platform/oledate.h"
 
@@ -13,7 +15,7 @@ bool isNull(const Value& value) { return !value.isValid() || value.isNull(); }
 
 [[noreturn]] void cannotConvert(const Value& value, const char* target) {
     throw ValueError(QStringLiteral("'%1' is not a valid %2 value")
-                         .arg(value.toString(), QLatin1String(target)));
+                         .arg(dialect::quotedExcerpt(value.toString()), QLatin1String(target)));
 }
 
 // A date-time or date value, or date text as the suite writes it (read by the utility

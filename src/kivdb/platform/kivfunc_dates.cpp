@@ -1,6 +1,8 @@
 // Periods and dates.
 #include "platform/kivfunc.h"
 
+#include "dialect/dialect.h"
+
 #include <QRegularExpression>
 
 namespace kivdb::kivfunc {
@@ -63,7 +65,7 @@ double GetDateFromString(const QString& text) {
         date = QDate(c.captured(1).toInt(), c.captured(2).toInt(), c.captured(3).toInt());
     }
     if (!date.isValid() || !timeOk)
-        throw DateConversionError(QStringLiteral("'%1' is not a valid date").arg(text));
+        throw DateConversionError(QStringLiteral("'%1' is not a valid date").arg(dialect::quotedExcerpt(text)));
     return toOleDate(QDateTime(date, time, Qt::UTC));
 }
 
