@@ -52,26 +52,26 @@ protected:
 };
 
 TEST_F(BackupProcedureTest, CopiesTheNoteUnderItsNewKey) {
+    // An empty note still creates the store and is recorded.
+    EXPECT_EQ(backup(*conn_, 12345, 899, "pm_IssWipDtl", 0), int(BackupNoteStatus::Copied));
+    EXPECT_EQ(rows("select count(*) from pm_IssWipDtl_Bak"), QStringList{"0"});
+
     EXPECT_EQ(backup(*conn_, 7, 900, "pm_IssWipDtl", 1), int(BackupNoteStatus::Copied));
     EXPECT_EQ(rows("select RefNo, LineId, PartNo, PartName, RefJobNo, Qty, EffectDate from pm_IssWipDtl_Bak "
                    "order by LineId"),
               QStringList({"900|1|P-1|螺丝|70|2.5|2026-03-01T08:30:00.000", "900|2|P-2|NULL|70|4|NULL"}));
     EXPECT_EQ(rows("select count(*) from pm_IssWipDtl where RefNo = 7"), QStringList{"2"});
-    EXPECT_EQ(backupLog(), QStringList{"900|pm_IssWipDtl|1|7|2"});
+    EXPECT_EQ(backupLog(), QStringList({"899|pm_IssWipDtl|0|12345|0", "900|pm_IssWipDtl|1|7|2"}));
     EXPECT_EQ(rows("select count(*) from Sy_NoteBackup where BackupDate is null"), QStringList{"0"});
 
-    // The store keeps earlier copies; a name in other case is the same table.
+    // The store keeps earlier copies; a name in other case is the same table; a new key
+    // already used is refused.
     EXPECT_EQ(backup(*conn_, 8, 901, "  PM_ISSWIPDTL ", 0), int(BackupNoteStatus::Copied));
+    EXPECT_EQ(backup(*conn_, 8, 900, "pm_IssWipDtl", 0), int(BackupNoteStatus::AlreadyBackedUp));
     EXPECT_EQ(rows("select RefNo, count(*) from pm_IssWipDtl_Bak group by RefNo order by RefNo"),
               QStringList({"900|2", "901|1"}));
     EXPECT_EQ(backupLog().last(), "901|pm_IssWipDtl|0|8|1");
-}
-
-TEST_F(BackupProcedureTest, AnEmptyNoteIsRecordedWithNothingCopied) {
-    EXPECT_EQ(backup(*conn_, 12345, 900, "pm_IssWipDtl", 0), int(BackupNoteStatus::Copied));
-    EXPECT_TRUE(tableExists("pm_IssWipDtl_Bak"));
-    EXPECT_EQ(rows("select count(*) from pm_IssWipDtl_Bak"), QStringList{"0"});
-    EXPECT_EQ(backupLog(), QStringList{"900|pm_IssWipDtl|0|12345|0"});
+    EXPECT_EQ(backupLog().size(), 3);
 }
 
 TEST_F(BackupProcedureTest, RefusalsCopyAndRecordNothing) {
@@ -103,12 +103,6 @@ TEST_F(BackupProcedureTest, RefusalsCopyAndRecordNothing) {
     }
     EXPECT_FALSE(tableExists("NoKey_Bak"));
     EXPECT_FALSE(tableExists("Numbered_Bak"));
-}
-
-TEST_F(BackupProcedureTest, ASecondCopyUnderTheSameKeyIsRefused) {
-    ASSERT_EQ(backup(*conn_, 7, 900, "pm_IssWipDtl", 0), 0);
-    EXPECT_EQ(backup(*conn_, 8, 900, "pm_IssWipDtl", 0), int(BackupNoteStatus::AlreadyBackedUp));
-    EXPECT_EQ(rows("select count(*) from pm_IssWipDtl_Bak"), QStringList{"2"});
 }
 
 TEST_F(BackupProcedureTest, AFailedCopyLeavesNoRowsBehind) {

@@ -71,6 +71,9 @@ QString translateToSqlite(const QString& tsql, const Catalog& catalog);
 struct SqliteTranslation {
     QString sql;
     std::vector<ColumnKind> resultKinds;
+    // Digits after the point of money and decimal result columns, as the server shows
+    // them; -1 for other columns and when unknown.
+    std::vector<int> resultScales;
 };
 SqliteTranslation translateForSqlite(const QString& tsql, const Catalog& catalog);
 

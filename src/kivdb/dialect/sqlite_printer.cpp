@@ -325,6 +325,7 @@ public:
     explicit Printer(BatchCatalog& catalog) : catalog_(catalog) {}
 
     std::optional<std::vector<ColumnKind>> resultKinds;  // set for a select that returns rows
+    std::optional<std::vector<int>> resultScales;
 
     QStringList statement(const Statement& s) {
         commonTables_.clear();
@@ -396,21 +397,27 @@ private:
         const SelectCore& first = s.cores.front();
         if (!first.into.isEmpty()) return selectInto(s);
         std::vector<ColumnKind> itemKinds;
-        QString text = select(s, nullptr, &itemKinds);
-        resultKinds = resultColumnKinds(first, itemKinds);
+        std::vector<NumericType> itemNumerics;
+        QString text = select(s, nullptr, &itemKinds, {}, &itemNumerics);
+        if (const auto columns = resultColumns(first, itemKinds, itemNumerics)) {
+            resultKinds.emplace();
+            resultScales.emplace();
+            for (const auto& c : *columns) {
+                resultKinds->push_back(c.kind);
+                resultScales->push_back(shownScale(c));
+            }
+        }
         return {text};
     }
 
-    // One kind per result column, * expanded; nothing when a * covers an unknown table.
-    std::optional<std::vector<ColumnKind>> resultColumnKinds(const SelectCore& core, const std::vector<ColumnKind>& itemKinds) {
-        const auto columns = resultColumns(core, itemKinds, {});
-        if (!columns) return std::nullopt;
-        std::vector<ColumnKind> kinds;
-        for (const auto& c : *columns) kinds.push_back(c.kind);
-        return kinds;
+    // Digits after the point the server shows for a column: money's four, a decimal's scale.
+    static int shownScale(const CatalogColumn& c) {
+        if (c.kind == ColumnKind::Money) return 4;
+        return c.kind == ColumnKind::Decimal && c.numeric.precision > 0 ? c.numeric.scale : -1;
     }
 
-    // The types of the result columns from those of the select items, * expanded.
+    // The types of the result columns from those of the select items, * expanded; nothing
+    // when a * covers an unknown table.
     std::optional<std::vector<CatalogColumn>> resultColumns(const SelectCore& core, const std::vector<ColumnKind>& itemKinds,
                                                             const std::vector<NumericType>& itemNumerics) {
         Scope scope(catalog_, nullptr);
@@ -419,13 +426,14 @@ private:
         for (size_t i = 0; i < core.items.size(); ++i) {
             const Expr& e = *core.items[i].expr;
             if (e.kind != ExprKind::Star) {
-                columns.push_back({{}, itemKinds[i], false, i < itemNumerics.size() ? itemNumerics[i] : NumericType{}});
+                columns.push_back({selectItemName(core.items[i]), itemKinds[i], false,
+                                   i < itemNumerics.size() ? itemNumerics[i] : NumericType{}});
                 continue;
             }
             for (const auto& t : scope.tables()) {
                 if (!e.parts.isEmpty() && t.exposed.compare(e.parts.last(), Qt::CaseInsensitive) != 0) continue;
                 if (!t.columns) return std::nullopt;
-                columns.insert(columns.end(), t.columns->begin(), t.columns->end());
+                for (const auto& c : *t.columns) columns.push_back({c.name, c.kind, false, c.numeric});
             }
         }
         return columns;
@@ -536,7 +544,7 @@ private:
             std::vector<ColumnKind> kinds;
             std::vector<NumericType> numerics;
             const QString body = select(*s.derived, scope.parent(), &kinds, {}, &numerics);
-            scope.typeDerived(s.alias, kinds, numerics);
+            if (const auto columns = resultColumns(s.derived->cores.front(), kinds, numerics)) scope.typeDerived(s.alias, *columns);
             // Only a derived table outside any subquery can move: one inside may read the
             // columns of the query around it.
             if (!hoistDerived_ || scope.parent()) return paren(body) + QStringLiteral(" AS ") + quoteName(s.alias);
@@ -983,6 +991,9 @@ private:
             Typed a = expr(*e.args[0], scope);
             if (e.text == QLatin1String("not")) return {QStringLiteral("(NOT ") + a.sql + QLatin1Char(')'), ColumnKind::Integer};
             if (a.kind == ColumnKind::Text) a.sql = toNumber(a, ColumnKind::Float);
+            // The negative of the lowest integer of a type is past its range.
+            if (e.text == QLatin1String("-") && a.kind == ColumnKind::Integer && !a.literalNumber)
+                return {QStringLiteral("tsql_arith(0, '-', %1, %2)").arg(a.sql, exactTypeArgs(a.kind, a.numeric)), a.kind, a.numeric};
             Typed out{QLatin1Char('(') + e.text + a.sql + QLatin1Char(')'), a.kind == ColumnKind::Text ? ColumnKind::Float : a.kind,
                       a.numeric};
             if (a.literalNumber && (e.text == QLatin1String("-") || e.text == QLatin1String("+"))) {
@@ -1555,10 +1566,12 @@ private:
 
 }  // namespace
 
-QStringList printSqlite(const Statement& statement, BatchCatalog& catalog, std::optional<std::vector<ColumnKind>>* resultKinds) {
+QStringList printSqlite(const Statement& statement, BatchCatalog& catalog, std::optional<std::vector<ColumnKind>>* resultKinds,
+                        std::optional<std::vector<int>>* resultScales) {
     Printer printer(catalog);
     QStringList out = printer.statement(statement);
     if (resultKinds && printer.resultKinds) *resultKinds = printer.resultKinds;
+    if (resultScales && printer.resultScales) *resultScales = printer.resultScales;
     return out;
 }
 

@@ -18,39 +18,41 @@ std::unique_ptr<Connection> logDatabase() {
     });
 }
 
+// The arguments go in column order, a zero RefNo and an empty NoteNo as they are, and the
+// Remark column receives the time of day instead of the text given.
 TEST(OperationLog, WritesTheArgumentsInColumnOrderAndTheTimeOfDayAsRemark) {
-    auto conn = logDatabase();
-    testing::StatementRecorder recorder(*conn);
-    const QDate before = QDate::currentDate();
-    WriteToLog(*conn, "admin", "PC-01", 42, "SO0042", 3, 9, "this text is not stored");
-    const QDate after = QDate::currentDate();
+    const struct {
+        int refNo;
+        const char* noteNo;
+        const char* values;  // in the statement, before the date and time
+        const char* stored;  // UserId to NoteNo as read back
+    } cases[] = {
+        {42, "SO0042", "'admin','PC-01',3,9,42,'SO0042'", "admin|PC-01|3|9|42|SO0042"},
+        {0, "", "'admin','PC-01',3,9,0,''", "admin|PC-01|3|9|0|"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.values);
+        auto conn = logDatabase();
+        testing::StatementRecorder recorder(*conn);
+        const QDate before = QDate::currentDate();
+        WriteToLog(*conn, "admin", "PC-01", c.refNo, c.noteNo, 3, 9, "this text is not stored");
+        const QDate after = QDate::currentDate();
 
-    ASSERT_EQ(recorder.statements().size(), 1);
-    const QRegularExpression shape(QStringLiteral(
-        "^ insert into Sy_Log \\(UserId,Computer,ModId,OpId,RefNo,NoteNo,OpDate,Remark\\) values "
-        "\\('admin','PC-01',3,9,42,'SO0042','(\\d{4}-\\d\\d-\\d\\d)','(\\d\\d:\\d\\d:\\d\\d)'\\)$"));
-    const auto match = shape.match(recorder.statements().first());
-    ASSERT_TRUE(match.hasMatch()) << recorder.statements().first().toStdString();
-    const QDate written = QDate::fromString(match.captured(1), QStringLiteral("yyyy-MM-dd"));
-    EXPECT_TRUE(written == before || written == after);
+        ASSERT_EQ(recorder.statements().size(), 1);
+        const QRegularExpression shape(
+            "^ insert into Sy_Log \\(UserId,Computer,ModId,OpId,RefNo,NoteNo,OpDate,Remark\\) values \\(" +
+            QRegularExpression::escape(c.values) + ",'(\\d{4}-\\d\\d-\\d\\d)','(\\d\\d:\\d\\d:\\d\\d)'\\)$");
+        const auto match = shape.match(recorder.statements().first());
+        ASSERT_TRUE(match.hasMatch()) << recorder.statements().first().toStdString();
+        const QDate written = QDate::fromString(match.captured(1), QStringLiteral("yyyy-MM-dd"));
+        EXPECT_TRUE(written == before || written == after);
 
-    const RowSet rows = conn->query("select UserId, Computer, ModId, OpId, RefNo, NoteNo, Remark from Sy_Log");
-    ASSERT_EQ(rows.rows.size(), 1u);
-    const auto& row = rows.rows.front();
-    EXPECT_EQ(row[0].toString(), "admin");
-    EXPECT_EQ(row[2].toInt(), 3);
-    EXPECT_EQ(row[3].toInt(), 9);
-    EXPECT_EQ(row[4].toInt(), 42);
-    EXPECT_EQ(row[6].toString(), match.captured(2));
-}
-
-TEST(OperationLog, StoresAZeroRefNoAndAnEmptyNoteNo) {
-    auto conn = logDatabase();
-    WriteToLog(*conn, "u", "c", 0, "", 1, 1, "");
-    const RowSet rows = conn->query("select RefNo, NoteNo from Sy_Log");
-    ASSERT_EQ(rows.rows.size(), 1u);
-    EXPECT_EQ(rows.rows[0][0].toInt(), 0);
-    EXPECT_EQ(rows.rows[0][1].toString(), "");
+        const RowSet rows = conn->query("select UserId, Computer, ModId, OpId, RefNo, NoteNo, Remark from Sy_Log");
+        ASSERT_EQ(rows.rows.size(), 1u);
+        QStringList stored;
+        for (const Value& v : rows.rows.front()) stored << v.toString();
+        EXPECT_EQ(stored.join('|'), QLatin1String(c.stored) + '|' + match.captured(2));
+    }
 }
 
 TEST(OperationLog, ExceptionLogRecordsNothing) {

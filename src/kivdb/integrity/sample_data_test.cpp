@@ -1,6 +1,6 @@
 #include "integrity/sample_data.h"
 
-#include "dialect/dialect.h"
+#include "dialect/testing_sqlite.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,7 +10,6 @@
 #include <QSet>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <map>
 #include <memory>
@@ -19,45 +18,21 @@
 namespace kivdb::integrity {
 namespace {
 
-// An embedded database in memory, read back as text: each row's cells joined by '|'.
-class MemoryDb {
-public:
-    MemoryDb() {
-        sqlite3_open(":memory:", &db_);
-        dialect::registerRuntime(db_);
-    }
-    ~MemoryDb() { sqlite3_close(db_); }
-    MemoryDb(const MemoryDb&) = delete;
-    MemoryDb& operator=(const MemoryDb&) = delete;
-
-    sqlite3* handle() const { return db_; }
-
-    QStringList rows(const QString& sql) const {
-        QStringList result;
-        sqlite3_stmt* stmt = nullptr;
-        if (sqlite3_prepare_v2(db_, sql.toUtf8().constData(), -1, &stmt, nullptr) != SQLITE_OK) {
-            ADD_FAILURE() << sqlite3_errmsg(db_) << "\n" << sql.toStdString();
-            return result;
+// The embedded database read back as text, each row's cells joined by '|'; a query that
+// fails is reported and answers no rows.
+struct MemoryDb : dialect::testing::SqliteTestDb {
+    QStringList rows(const QString& sql) {
+        try {
+            return runSqlite(sql);
+        } catch (const std::exception& e) {
+            ADD_FAILURE() << e.what() << "\n" << sql.toStdString();
+            return {};
         }
-        while (sqlite3_step(stmt) == SQLITE_ROW) {
-            QStringList cells;
-            for (int i = 0; i < sqlite3_column_count(stmt); ++i) {
-                const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, i));
-                cells << (text ? QString::fromUtf8(text) : QStringLiteral("NULL"));
-            }
-            result << cells.join(QLatin1Char('|'));
-        }
-        sqlite3_finalize(stmt);
-        return result;
     }
-
-    qint64 count(const QString& table) const {
+    qint64 count(const QString& table) {
         const QStringList r = rows(QStringLiteral("select count(*) from %1").arg(table));
         return r.isEmpty() ? -1 : r.front().toLongLong();
     }
-
-private:
-    sqlite3* db_ = nullptr;
 };
 
 // Columns of every table of the schema, lower-cased, by lower-cased table name.
@@ -293,28 +268,6 @@ TEST_F(SampleData, LinesUseTheirPartsUnitsWithTheUnitsConversion) {
 // Quantities and amounts the suite keeps on headers and order lines add up from the lines.
 TEST_F(SampleData, QuantitiesAndAmountsAddUp) {
     std::vector<Rule> rules = {
-        {"order lines' shipped quantity",
-         "select o.Slordno, d.PartNo from sl_order o join sl_orderDtl d on d.RefNo = o.RefNo where "
-         "abs(d.ShipQty - "
-         "(select coalesce(sum(s.Qty * s.slsize / s.Factor), 0) from sl_ShipDtl s where s.Slordno = "
-         "o.Slordno and "
-         "s.PartNo = d.PartNo)) > 0.0001"},
-        {"purchase lines' received quantity",
-         "select o.PoNo, d.PartNo from Po_Order o join Po_OrderDtl d on d.RefNo = o.RefNo where "
-         "abs(d.RecvQty - "
-         "(select coalesce(sum(r.Qty * r.slsize / r.Factor), 0) from Po_RecvDtl r where r.PoNo = o.PoNo and "
-         "r.PartNo = d.PartNo)) > 0.0001"},
-        {"order lines' returned quantity",
-         "select o.Slordno, d.PartNo from sl_order o join sl_orderDtl d on d.RefNo = o.RefNo where "
-         "abs(d.RtnQty - "
-         "(select coalesce(sum(r.Qty * r.slsize / r.Factor), 0) from sl_RtnDtl r where r.Slordno = o.Slordno "
-         "and "
-         "r.PartNo = d.PartNo)) > 0.0001"},
-        {"purchase lines' returned quantity",
-         "select o.PoNo, d.PartNo from Po_Order o join Po_OrderDtl d on d.RefNo = o.RefNo where abs(d.RtnQty "
-         "- "
-         "(select coalesce(sum(r.Qty * r.slsize / r.Factor), 0) from Po_RtnDtl r where r.PoNo = o.PoNo and "
-         "r.PartNo = d.PartNo)) > 0.0001"},
         {"discounts",
          "select h.RefNo from Rp_RDisc h where h.Amount <> (select sum(d.Amount) from rp_RDiscDtl d where "
          "d.RefNo = h.RefNo) union all select h.RefNo from Rp_PDisc h where h.Amount <> (select "
@@ -344,6 +297,20 @@ TEST_F(SampleData, QuantitiesAndAmountsAddUp) {
          "Po_RecvDtl "
          "where InvQty > Qty"},
     };
+    // A line quantity kept on order lines, from the lines of the notes that carry it out.
+    const char* const carriedOut[][5] = {
+        {"sl_order", "Slordno", "ShipQty", "sl_ShipDtl", "shipped"},
+        {"Po_Order", "PoNo", "RecvQty", "Po_RecvDtl", "received"},
+        {"sl_order", "Slordno", "RtnQty", "sl_RtnDtl", "returned"},
+        {"Po_Order", "PoNo", "RtnQty", "Po_RtnDtl", "returned"},
+    };
+    for (const auto& [order, number, qty, lines, what] : carriedOut)
+        rules.push_back(
+            {QStringLiteral("%1 lines' %2 quantity").arg(QLatin1String(order), QLatin1String(what)),
+             QStringLiteral("select o.%2, d.PartNo from %1 o join %1Dtl d on d.RefNo = o.RefNo where abs(d.%3 - "
+                            "(select coalesce(sum(r.Qty * r.slsize / r.Factor), 0) from %4 r where r.%2 = o.%2 "
+                            "and r.PartNo = d.PartNo)) > 0.0001")
+                 .arg(QLatin1String(order), QLatin1String(number), QLatin1String(qty), QLatin1String(lines))});
     const char* const priced[][2] = {{"sl_order", "OrderQty"}, {"sl_ship", "Qty"},       {"sl_Rtn", "Qty"},
                                      {"sl_ComSum", "Qty"},     {"Po_Order", "OrderQty"}, {"Po_Recv", "Qty"},
                                      {"Po_Rtn", "Qty"},        {"Po_SubClose", "Qty"}};

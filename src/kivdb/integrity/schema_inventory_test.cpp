@@ -1,7 +1,6 @@
 #include "integrity/schema_loader.h"
 
-#include "dialect/dialect.h"
-#include "dialect/sqlite_catalog.h"
+#include "dialect/testing_sqlite.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,7 +10,6 @@
 #include <QSet>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <functional>
 #include <memory>
@@ -21,54 +19,23 @@ namespace {
 
 using dialect::ColumnKind;
 
-struct DbCloser {
-    void operator()(sqlite3* db) const { sqlite3_close(db); }
-};
-using Db = std::unique_ptr<sqlite3, DbCloser>;
+using Db = dialect::testing::SqliteTestDb;
 
-Db openMemoryDb() {
-    sqlite3* raw = nullptr;
-    sqlite3_open(":memory:", &raw);
-    Db db(raw);
-    dialect::registerRuntime(db.get());
-    return db;
-}
-
-// Rows of a query whose columns are all read as text.
-std::vector<QStringList> rows(sqlite3* db, const QString& sql) {
+// Rows of a query, each as its cells' text; a query that fails is reported and answers none.
+std::vector<QStringList> rows(Db& db, const QString& sql) {
     std::vector<QStringList> result;
-    sqlite3_stmt* stmt = nullptr;
-    if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &stmt, nullptr) != SQLITE_OK) {
-        ADD_FAILURE() << sql.toStdString() << ": " << sqlite3_errmsg(db);
-        return result;
-    }
-    while (sqlite3_step(stmt) == SQLITE_ROW) {
-        QStringList row;
-        for (int i = 0; i < sqlite3_column_count(stmt); ++i)
-            row << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, i)));
-        result.push_back(row);
-    }
-    sqlite3_finalize(stmt);
-    return result;
-}
-
-// Runs a T-SQL statement the way the embedded connection does; returns SQLite's code
-// (SQLITE_ERROR when the dialect refuses the text).
-int runTsql(sqlite3* db, const QString& tsql) {
-    dialect::SqliteCatalog catalog(db);
-    QString sql;
     try {
-        sql = dialect::translateToSqlite(tsql, catalog);
-    } catch (const dialect::SqlError&) {
-        return SQLITE_ERROR;
+        for (const QString& row : db.runSqlite(sql)) result.push_back(row.split(QLatin1Char('|')));
+    } catch (const std::exception& e) {
+        ADD_FAILURE() << sql.toStdString() << ": " << e.what();
     }
-    return sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, nullptr);
+    return result;
 }
 
 QString lower(const QString& s) { return s.toLower(); }
 
 // Primary-key columns of a table in key order, lower-cased.
-QStringList primaryKey(sqlite3* db, const QString& table) {
+QStringList primaryKey(Db& db, const QString& table) {
     QMap<int, QString> byPosition;
     for (const QStringList& r :
          rows(db, QStringLiteral("select name, pk from pragma_table_info('%1')").arg(table)))
@@ -77,7 +44,7 @@ QStringList primaryKey(sqlite3* db, const QString& table) {
 }
 
 // First columns of every index of a table (primary key included), lower-cased.
-QSet<QString> leadingIndexedColumns(sqlite3* db, const QString& table) {
+QSet<QString> leadingIndexedColumns(Db& db, const QString& table) {
     QSet<QString> leading;
     const QStringList key = primaryKey(db, table);
     if (!key.isEmpty()) leading.insert(key.first());
@@ -121,9 +88,9 @@ TEST(SchemaScripts, OnlyNumberedScriptsAreAppliedInNameOrder) {
     dir.write("procedures.sql", "create procedure p as select 1\ngo\n");
 
     EXPECT_EQ(tableScripts(dir.path()).size(), 2);
-    Db db = openMemoryDb();
-    ASSERT_NO_THROW(applySchema(db.get(), dir.path()));
-    EXPECT_EQ(rows(db.get(), "select name from sqlite_master where name = 'IX_first_a'").size(), 1u);
+    Db db;
+    ASSERT_NO_THROW(applySchema(db.handle(), dir.path()));
+    EXPECT_EQ(rows(db, "select name from sqlite_master where name = 'IX_first_a'").size(), 1u);
 }
 
 TEST(SchemaScripts, AFailingBatchLeavesNothingBehind) {
@@ -131,15 +98,15 @@ TEST(SchemaScripts, AFailingBatchLeavesNothingBehind) {
     dir.write("01_good.sql", "create table good (a int)\ngo\n");
     dir.write("02_bad.sql", "create table fine (a int)\ngo\ncreate table broken (a int\ngo\n");
 
-    Db db = openMemoryDb();
+    Db db;
     try {
-        applySchema(db.get(), dir.path());
+        applySchema(db.handle(), dir.path());
         FAIL() << "a broken script was applied";
     } catch (const SchemaError& e) {
         EXPECT_NE(std::string(e.what()).find("02_bad.sql: create table broken"), std::string::npos)
             << e.what();
     }
-    EXPECT_TRUE(rows(db.get(), "select name from sqlite_master").empty());
+    EXPECT_TRUE(rows(db, "select name from sqlite_master").empty());
 }
 
 TEST(SchemaScripts, InventoryLinesNeedFourFields) {
@@ -187,14 +154,13 @@ TEST(SchemaScripts, ReadmeDescribesEveryTable) {
 class EmbeddedSchema : public ::testing::Test {
 protected:
     void SetUp() override {
-        db_ = openMemoryDb();
         try {
-            applySchema(db_.get(), schemaDir());
+            applySchema(db_.handle(), schemaDir());
         } catch (const std::exception& e) {
             FAIL() << e.what();
         }
     }
-    sqlite3* db() { return db_.get(); }
+    Db& db() { return db_; }
 
     QStringList tables() {
         QStringList names;
@@ -209,9 +175,8 @@ private:
 };
 
 TEST_F(EmbeddedSchema, HoldsEveryInventoryColumnWithItsKind) {
-    dialect::SqliteCatalog catalog(db());
     for (const InventoryColumn& item : inventory()) {
-        const auto columns = catalog.tableColumns(item.table);
+        const auto columns = db().catalog().tableColumns(item.table);
         ASSERT_TRUE(columns.has_value()) << "no table " << item.table.toStdString();
         const auto found =
             std::find_if(columns->begin(), columns->end(), [&](const dialect::CatalogColumn& c) {
@@ -346,9 +311,10 @@ TEST_F(EmbeddedSchema, KeysRefuseDuplicatesAsTheServerCompares) {
             }
             const QString insert =
                 QStringLiteral("insert into %1 (%2) values (%3)").arg(table, key.join(','));
-            ASSERT_EQ(runTsql(db(), insert.arg(first.join(','))), SQLITE_OK) << table.toStdString();
-            if (runTsql(db(), insert.arg(second.join(','))) != SQLITE_CONSTRAINT) accepted << table;
-            runTsql(db(), QStringLiteral("delete from %1").arg(table));
+            ASSERT_EQ(db().errorOf(insert.arg(first.join(','))), "") << table.toStdString();
+            if (!QString::fromStdString(db().errorOf(insert.arg(second.join(',')))).contains("constraint failed"))
+                accepted << table;
+            db().run(QStringLiteral("delete from %1").arg(table));
         }
         EXPECT_TRUE(accepted.isEmpty()) << c.name << " was accepted by " << accepted.join(", ").toStdString();
     }
