@@ -420,7 +420,8 @@ void tsqlIsnumeric(sqlite3_context* ctx, int, sqlite3_value** argv) {
 }
 
 void tsqlIsdate(sqlite3_context* ctx, int, sqlite3_value** argv) {
-    if (sqlite3_value_type(argv[0]) != SQLITE_TEXT) return sqlite3_result_int(ctx, 0);
+    // A number is read as its text, as the server converts it to varchar first: 20060101 is a date.
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_int(ctx, 0);
     const auto parts = parseDateTime(textArg(argv[0]));
     sqlite3_result_int(ctx, parts && inDateRange(toQDateTime(*parts)) ? 1 : 0);
 }

@@ -113,7 +113,7 @@ TEST(TsqlBuiltins, GiveTheServersValues) {
          "isnumeric(null), isnumeric(12), isnumeric('1,000'), isnumeric('-'), isnumeric(' 7 '), isnumeric('1e')",
          "1|0|1|1|0|0|1|1|1|1|0"},
         {"select isdate('2006-02-28'), isdate('2006-02-30'), isdate('abc'), isdate(null), isdate('1752-12-31'), "
-         "isdate('20060101 10:00')", "1|0|0|0|0|1"},
+         "isdate('20060101 10:00'), isdate(20060101)", "1|0|0|0|0|1|1"},
         // Date styles, from datetime to text.
         {"select convert(varchar, d, 0), convert(varchar, d, 1), convert(varchar, d, 2), convert(varchar, d, 3), "
          "convert(varchar, d, 5), convert(varchar, d, 8), convert(varchar, d, 10), convert(varchar, d, 11), "
