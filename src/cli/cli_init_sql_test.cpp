@@ -183,7 +183,7 @@ TEST_F(CliTest, SqlPrintsRowsTabSeparatedWithNull) {
     };
     const Case cases[] = {
         {"select code, qty, amount, made, posted from note order by posted desc",
-         "甲-01\t3\t1250000.5\t2024-05-06 07:08:09\t1\n乙-02\tNULL\tNULL\tNULL\t0\n"},
+         "甲-01\t3\t1250000.5000\t2024-05-06 07:08:09\t1\n乙-02\tNULL\tNULL\tNULL\t0\n"},
         {"select count(*) from note where qty > 100", "0\n"},
         {"select code from note where 1 = 0", ""},
         {"update note set qty = 4 where qty = 3", ""},

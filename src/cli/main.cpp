@@ -75,8 +75,9 @@ void write(FILE* stream, const QString& text) {
     std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream);
 }
 
-int printUsage(const char* command) {
-    write(stdout, command ? commandUsage(*findCommand(QLatin1String(command))) : generalUsage());
+// A command's usage, or the list of commands for nullptr.
+int printUsage(const Command* command) {
+    write(stdout, command ? commandUsage(*command) : generalUsage());
     return 0;
 }
 
@@ -100,7 +101,7 @@ void runSql(const CommandLine& line) {
 }
 
 int runExports(const QStringList& args) {
-    if (args == QStringList{QStringLiteral("--help")}) return printUsage("exports");
+    if (args == QStringList{QStringLiteral("--help")}) return printUsage(findCommand(QStringLiteral("exports")));
     if (args.size() > 1 || (!args.isEmpty() && args.front().startsWith(QLatin1String("--"))))
         throw UsageError{QStringLiteral("exports takes one pattern at most")};
     const QString pattern = args.value(0);
@@ -112,7 +113,7 @@ int runExports(const QStringList& args) {
     for (const ExportDeclaration& e : exportDeclarations()) {
         if (!matcher.match(QLatin1String(e.name)).hasMatch()) continue;
         QString line = QLatin1String(e.declaration);
-        if (!e.callable) line.insert(line.size() - 1, QLatin1String(", library only"));
+        if (!e.callable) line.insert(line.size() - 1, QLatin1String(", library only"));  // inside [subsystem]
         write(stdout, line + QLatin1Char('\n'));
         ++listed;
     }
@@ -124,7 +125,7 @@ int runHelp(const QStringList& args) {
     if (args.isEmpty()) return printUsage(nullptr);
     const Command* command = args.size() == 1 ? findCommand(args.front()) : nullptr;
     if (!command) throw UsageError{QStringLiteral("no such command: %1").arg(args.join(QLatin1Char(' ')))};
-    return printUsage(command->name);
+    return printUsage(command);
 }
 
 int run(QStringList args) {
@@ -141,7 +142,7 @@ int run(QStringList args) {
     if (verb != QLatin1String("init") && verb != QLatin1String("sql"))
         throw UsageError{QStringLiteral("unknown command %1").arg(verb)};
     const CommandLine line = parseCommandLine(args);
-    if (line.help) return printUsage(verb == QLatin1String("init") ? "init" : "sql");
+    if (line.help) return printUsage(findCommand(verb));
     if (verb == QLatin1String("init")) runInit(line);
     else runSql(line);
     return 0;

@@ -11,11 +11,14 @@ namespace {
 
 bool isNull(const Value& value) { return !value.isValid(); }
 
-// A non-null value as text, the same in every format.
-QString plainText(const Value& value) {
+// A non-null value as text, the same in every format; money and decimals with the digits
+// after the point the server shows for their column.
+QString plainText(const Value& value, const Column& column) {
     switch (value.typeId()) {
     case QMetaType::Bool: return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
-    case QMetaType::Double: return QString::number(value.toDouble(), 'f', QLocale::FloatingPointShortest);
+    case QMetaType::Double:
+        if (column.scale >= 0 && std::isfinite(value.toDouble())) return QString::number(value.toDouble(), 'f', column.scale);
+        return QString::number(value.toDouble(), 'f', QLocale::FloatingPointShortest);
     case QMetaType::QDateTime: {
         const QDateTime when = value.toDateTime();
         return when.toString(when.time().msec() ? QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")
@@ -26,9 +29,9 @@ QString plainText(const Value& value) {
     }
 }
 
-QString textField(const Value& value) {
+QString textField(const Value& value, const Column& column) {
     if (isNull(value)) return QStringLiteral("NULL");
-    QString text = plainText(value);
+    QString text = plainText(value, column);
     if (text == QLatin1String("NULL")) return QStringLiteral("\\NULL");
     text.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
     text.replace(QLatin1Char('\t'), QLatin1String("\\t"));
@@ -63,7 +66,7 @@ QString jsonString(const QString& text) {
     return out + QLatin1Char('"');
 }
 
-QString jsonValue(const Value& value) {
+QString jsonValue(const Value& value, const Column& column) {
     if (isNull(value)) return QStringLiteral("null");
     switch (value.typeId()) {
     case QMetaType::Bool: return value.toBool() ? QStringLiteral("true") : QStringLiteral("false");
@@ -72,11 +75,11 @@ QString jsonValue(const Value& value) {
     case QMetaType::LongLong:
     case QMetaType::ULongLong: return value.toString();
     case QMetaType::Double:
-        if (std::isfinite(value.toDouble())) return plainText(value);
+        if (std::isfinite(value.toDouble())) return plainText(value, column);
         break;
     default: break;
     }
-    return jsonString(plainText(value));
+    return jsonString(plainText(value, column));
 }
 
 // Object keys: the column names, with an empty or repeated one replaced by column_N.
@@ -93,7 +96,7 @@ QString text(const RowSet& rows) {
     QString out;
     for (const auto& row : rows.rows) {
         QStringList fields;
-        for (const auto& value : row) fields << textField(value);
+        for (size_t i = 0; i < row.size(); ++i) fields << textField(row[i], rows.columns[i]);
         out += fields.join(QLatin1Char('\t')) + QLatin1Char('\n');
     }
     return out;
@@ -106,7 +109,8 @@ QString csv(const RowSet& rows) {
     QString out = header.join(QLatin1Char(',')) + QLatin1String("\r\n");
     for (const auto& row : rows.rows) {
         QStringList fields;
-        for (const auto& value : row) fields << (isNull(value) ? QString() : csvField(plainText(value)));
+        for (size_t i = 0; i < row.size(); ++i)
+            fields << (isNull(row[i]) ? QString() : csvField(plainText(row[i], rows.columns[i])));
         out += fields.join(QLatin1Char(',')) + QLatin1String("\r\n");
     }
     return out;
@@ -117,7 +121,7 @@ QString json(const RowSet& rows) {
     QStringList objects;
     for (const auto& row : rows.rows) {
         QStringList members;
-        for (size_t i = 0; i < row.size(); ++i) members << jsonString(keys[int(i)]) + QLatin1Char(':') + jsonValue(row[i]);
+        for (size_t i = 0; i < row.size(); ++i) members << jsonString(keys[int(i)]) + QLatin1Char(':') + jsonValue(row[i], rows.columns[i]);
         objects << QLatin1Char('{') + members.join(QLatin1Char(',')) + QLatin1Char('}');
     }
     return objects.isEmpty() ? QStringLiteral("[]\n") : QLatin1String("[\n") + objects.join(QLatin1String(",\n")) + QLatin1String("\n]\n");

@@ -14,14 +14,16 @@ SqliteTranslation translateForSqlite(const QString& tsql, const Catalog& catalog
     BatchCatalog batch(catalog);
     QStringList out;
     std::optional<std::vector<ColumnKind>> kinds;
+    std::optional<std::vector<int>> scales;
     for (auto& s : statements) {
         rewriteOldOuterJoins(*s, batch);
         kinds.reset();
-        out << printSqlite(*s, batch, &kinds);
+        scales.reset();
+        out << printSqlite(*s, batch, &kinds, &scales);
         s.reset();  // a long statement's tree goes before the texts are joined
     }
     return {out.size() == 1 ? std::move(out.front()) : out.join(QStringLiteral(";\n")),
-            kinds.value_or(std::vector<ColumnKind>{})};
+            kinds.value_or(std::vector<ColumnKind>{}), scales.value_or(std::vector<int>{})};
 }
 
 QString translateToSqlite(const QString& tsql, const Catalog& catalog) { return translateForSqlite(tsql, catalog).sql; }
@@ -77,7 +79,7 @@ SqliteTranslation TranslationCache::translateTyped(const QString& tsql, const Ca
     // Both texts, the kinds and the hash node's own share.
     constexpr qsizetype kEntryOverhead = 128;
     const qsizetype entryBytes = (tsql.size() + translation.sql.size()) * qsizetype(sizeof(QChar)) +
-                                 qsizetype(translation.resultKinds.size() * sizeof(ColumnKind)) + kEntryOverhead;
+                                 qsizetype(translation.resultKinds.size() * sizeof(ColumnKind) + translation.resultScales.size() * sizeof(int)) + kEntryOverhead;
     if (entryBytes > kMaxBytes) return translation;
     if (bytes_ + entryBytes > kMaxBytes) clear();
     entries_.insert(tsql, translation);

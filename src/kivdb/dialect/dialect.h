@@ -49,6 +49,7 @@ struct CatalogColumn {
     ColumnKind kind = ColumnKind::Unknown;
     bool identity = false;  // numbered by the database; left out of inserts without a column list
     NumericType numeric = {};
+    bool national = false;  // nchar, nvarchar, ntext: two bytes a character, trailing blanks kept by like
 };
 
 // What the translator may ask of the database: the columns of a table (temporary ones
@@ -70,6 +71,9 @@ QString translateToSqlite(const QString& tsql, const Catalog& catalog);
 struct SqliteTranslation {
     QString sql;
     std::vector<ColumnKind> resultKinds;
+    // Digits after the point of money and decimal result columns, as the server shows
+    // them; -1 for other columns and when unknown.
+    std::vector<int> resultScales;
 };
 SqliteTranslation translateForSqlite(const QString& tsql, const Catalog& catalog);
 

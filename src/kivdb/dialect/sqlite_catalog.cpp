@@ -48,6 +48,11 @@ NumericType numericTypeFromDeclType(const QString& declType) {
     }
 }
 
+bool isNationalDeclType(const QString& declType) {
+    const QString t = declType.trimmed().toLower();
+    return t.startsWith(QLatin1String("nchar")) || t.startsWith(QLatin1String("nvarchar")) || t.startsWith(QLatin1String("ntext"));
+}
+
 std::optional<std::vector<CatalogColumn>> SqliteCatalog::tableColumns(const QString& table) const {
     const QString key = table.toLower();
     if (auto it = cache_.constFind(key); it != cache_.constEnd()) return *it;
@@ -66,7 +71,8 @@ std::optional<std::vector<CatalogColumn>> SqliteCatalog::tableColumns(const QStr
             };
             // The DDL translation declares identity columns, and only them, as INTEGER keys.
             const bool identity = text(1) == QLatin1String("INTEGER") && sqlite3_column_int(stmt, 2) == 1;
-            columns.push_back({text(0), columnKindFromDeclType(text(1)), identity, numericTypeFromDeclType(text(1))});
+            columns.push_back({text(0), columnKindFromDeclType(text(1)), identity, numericTypeFromDeclType(text(1)),
+                               isNationalDeclType(text(1))});
         }
         if (!columns.empty()) result = std::move(columns);
     }

@@ -20,6 +20,8 @@ namespace kivdb::dialect {
 ColumnKind columnKindFromDeclType(const QString& declType);
 // Precision and scale of an exact numeric declared type (int, money_real, decimal_real(18,4) ...).
 NumericType numericTypeFromDeclType(const QString& declType);
+// nchar, nvarchar, ntext.
+bool isNationalDeclType(const QString& declType);
 
 class SqliteCatalog : public Catalog {
 public:

@@ -1,5 +1,6 @@
 #include "dialect/sqlite_printer.h"
 
+#include "dialect/tsql_runtime_values.h"
 #include "dialect/tsql_numbers.h"
 #include "dialect/tsql_scope.h"
 
@@ -98,8 +99,15 @@ QString conversionTarget(ColumnKind k) {
 // user, so a global temporary table has no one else to be shared with.
 QString tempPrefix(const QString& table) { return table.startsWith(QLatin1Char('#')) ? QStringLiteral("temp.") : QString(); }
 
+bool isNationalType(const DataType& type) {
+    return type.name == QLatin1String("nchar") || type.name == QLatin1String("nvarchar") || type.name == QLatin1String("ntext");
+}
+
 // Functions that translate one to one: the T-SQL name, the SQLite (or runtime) function,
-// the number of arguments and the result's kind.
+// the number of arguments and the result's kind. A text result is nvarchar when an
+// argument is.
+constexpr int kAnyCount = 1 << 16;
+
 struct FunctionMapping {
     const char* tsql;
     const char* sqlite;
@@ -110,25 +118,62 @@ struct FunctionMapping {
 };
 
 const FunctionMapping kFunctionMappings[] = {
-    {"isnull", "ifnull", 2, 2, ColumnKind::Unknown, true},
-    {"getdate", "tsql_getdate", 0, 0, ColumnKind::DateTime, false},
-    {"rtrim", "rtrim", 1, 1, ColumnKind::Text, false},
-    {"ltrim", "ltrim", 1, 1, ColumnKind::Text, false},
-    {"upper", "upper", 1, 1, ColumnKind::Text, false},
-    {"lower", "lower", 1, 1, ColumnKind::Text, false},
-    {"substring", "substr", 3, 3, ColumnKind::Text, false},
-    {"left", "tsql_left", 2, 2, ColumnKind::Text, false},
-    {"right", "tsql_right", 2, 2, ColumnKind::Text, false},
-    {"replace", "replace", 3, 3, ColumnKind::Text, false},
-    {"len", "tsql_len", 1, 1, ColumnKind::Integer, false},
-    {"charindex", "tsql_charindex", 2, 3, ColumnKind::Integer, false},
-    {"year", "tsql_year", 1, 1, ColumnKind::Integer, false},
-    {"month", "tsql_month", 1, 1, ColumnKind::Integer, false},
-    {"day", "tsql_day", 1, 1, ColumnKind::Integer, false},
-    {"int", "tsql_int", 1, 1, ColumnKind::Integer, false},
-    {"abs", "abs", 1, 1, ColumnKind::Unknown, true},
-    {"round", "tsql_round", 2, 3, ColumnKind::Unknown, true},
+    {"isnull",    "ifnull",         2, 2,         ColumnKind::Unknown,  true},
+    {"coalesce",  "coalesce",       2, kAnyCount, ColumnKind::Unknown,  true},
+    {"getdate",   "tsql_getdate",   0, 0,         ColumnKind::DateTime, false},
+    {"rtrim",     "rtrim",          1, 1,         ColumnKind::Text,     false},
+    {"ltrim",     "ltrim",          1, 1,         ColumnKind::Text,     false},
+    {"upper",     "tsql_upper",     1, 1,         ColumnKind::Text,     false},
+    {"lower",     "tsql_lower",     1, 1,         ColumnKind::Text,     false},
+    {"substring", "tsql_substring", 3, 3,         ColumnKind::Text,     false},
+    {"left",      "tsql_left",      2, 2,         ColumnKind::Text,     false},
+    {"right",     "tsql_right",     2, 2,         ColumnKind::Text,     false},
+    {"replace",   "tsql_replace",   3, 3,         ColumnKind::Text,     false},
+    {"stuff",     "tsql_stuff",     4, 4,         ColumnKind::Text,     false},
+    {"replicate", "tsql_replicate", 2, 2,         ColumnKind::Text,     false},
+    {"space",     "tsql_space",     1, 1,         ColumnKind::Text,     false},
+    {"reverse",   "tsql_reverse",   1, 1,         ColumnKind::Text,     false},
+    {"char",      "tsql_char",      1, 1,         ColumnKind::Text,     false},
+    {"nchar",     "tsql_nchar",     1, 1,         ColumnKind::Text,     false},
+    {"str",       "tsql_str",       1, 3,         ColumnKind::Text,     false},
+    {"newid",     "tsql_newid",     0, 0,         ColumnKind::Text,     false},
+    {"len",       "tsql_len",       1, 1,         ColumnKind::Integer,  false},
+    {"charindex", "tsql_charindex", 2, 3,         ColumnKind::Integer,  false},
+    {"patindex",  "tsql_patindex",  2, 2,         ColumnKind::Integer,  false},
+    {"ascii",     "tsql_ascii",     1, 1,         ColumnKind::Integer,  false},
+    {"unicode",   "tsql_unicode",   1, 1,         ColumnKind::Integer,  false},
+    {"isnumeric", "tsql_isnumeric", 1, 1,         ColumnKind::Integer,  false},
+    {"isdate",    "tsql_isdate",    1, 1,         ColumnKind::Integer,  false},
+    // The suite's numbering statements call int(x), which the server lacks: kept for them.
+    {"int",       "tsql_int",       1, 1,         ColumnKind::Integer,  false},
+    {"abs",       "abs",            1, 1,         ColumnKind::Unknown,  true},
+    {"round",     "tsql_round",     2, 3,         ColumnKind::Unknown,  true},
+    {"ceiling",   "tsql_ceiling",   1, 1,         ColumnKind::Unknown,  true},
+    {"floor",     "tsql_floor",     1, 1,         ColumnKind::Unknown,  true},
+    {"sign",      "tsql_sign",      1, 1,         ColumnKind::Unknown,  true},
+    {"power",     "tsql_power",     2, 2,         ColumnKind::Unknown,  true},
+    {"sqrt",      "tsql_sqrt",      1, 1,         ColumnKind::Float,    false},
+    {"exp",       "tsql_exp",       1, 1,         ColumnKind::Float,    false},
+    {"log",       "tsql_log",       1, 2,         ColumnKind::Float,    false},
+    {"log10",     "tsql_log10",     1, 1,         ColumnKind::Float,    false},
 };
+
+// Functions whose first argument names a date part: the part is a word, never a column.
+struct DatePartFunction {
+    const char* tsql;
+    int args;  // the part included
+    ColumnKind kind;
+};
+
+const DatePartFunction kDatePartFunctions[] = {
+    {"datediff", 3, ColumnKind::Integer},
+    {"dateadd",  3, ColumnKind::DateTime},
+    {"datepart", 2, ColumnKind::Integer},
+    {"datename", 2, ColumnKind::Text},
+};
+
+// The identity value the last insert made; null before any.
+const char* const kLastIdentity = "nullif(last_insert_rowid(), 0)";
 
 struct Typed {
     QString sql;
@@ -144,6 +189,7 @@ struct Typed {
     const char* openCall = nullptr;
     int callOperands = 0;
     int exactSteps = 0;  // steps of a tsql_arith call that may take more
+    bool national = false;  // nchar, nvarchar or ntext
 };
 
 // SQLite's binding strengths of the operators the chains print; T-SQL binds & and | as
@@ -280,6 +326,7 @@ public:
     explicit Printer(BatchCatalog& catalog) : catalog_(catalog) {}
 
     std::optional<std::vector<ColumnKind>> resultKinds;  // set for a select that returns rows
+    std::optional<std::vector<int>> resultScales;
 
     QStringList statement(const Statement& s) {
         commonTables_.clear();
@@ -292,6 +339,7 @@ public:
 
 private:
     BatchCatalog& catalog_;
+    bool orderingBy_ = false;  // translating an order by list, which may name select-list aliases
 
     // Derived tables nested deeper than this are printed as common table expressions of
     // the statement: SQLite's parser stack holds about 15 nested derived tables, and a
@@ -350,21 +398,27 @@ private:
         const SelectCore& first = s.cores.front();
         if (!first.into.isEmpty()) return selectInto(s);
         std::vector<ColumnKind> itemKinds;
-        QString text = select(s, nullptr, &itemKinds);
-        resultKinds = resultColumnKinds(first, itemKinds);
+        std::vector<NumericType> itemNumerics;
+        QString text = select(s, nullptr, &itemKinds, {}, &itemNumerics);
+        if (const auto columns = resultColumns(first, itemKinds, itemNumerics)) {
+            resultKinds.emplace();
+            resultScales.emplace();
+            for (const auto& c : *columns) {
+                resultKinds->push_back(c.kind);
+                resultScales->push_back(shownScale(c));
+            }
+        }
         return {text};
     }
 
-    // One kind per result column, * expanded; nothing when a * covers an unknown table.
-    std::optional<std::vector<ColumnKind>> resultColumnKinds(const SelectCore& core, const std::vector<ColumnKind>& itemKinds) {
-        const auto columns = resultColumns(core, itemKinds, {});
-        if (!columns) return std::nullopt;
-        std::vector<ColumnKind> kinds;
-        for (const auto& c : *columns) kinds.push_back(c.kind);
-        return kinds;
+    // Digits after the point the server shows for a column: money's four, a decimal's scale.
+    static int shownScale(const CatalogColumn& c) {
+        if (c.kind == ColumnKind::Money) return 4;
+        return c.kind == ColumnKind::Decimal && c.numeric.precision > 0 ? c.numeric.scale : -1;
     }
 
-    // The types of the result columns from those of the select items, * expanded.
+    // The types of the result columns from those of the select items, * expanded; nothing
+    // when a * covers an unknown table.
     std::optional<std::vector<CatalogColumn>> resultColumns(const SelectCore& core, const std::vector<ColumnKind>& itemKinds,
                                                             const std::vector<NumericType>& itemNumerics) {
         Scope scope(catalog_, nullptr);
@@ -373,13 +427,14 @@ private:
         for (size_t i = 0; i < core.items.size(); ++i) {
             const Expr& e = *core.items[i].expr;
             if (e.kind != ExprKind::Star) {
-                columns.push_back({{}, itemKinds[i], false, i < itemNumerics.size() ? itemNumerics[i] : NumericType{}});
+                columns.push_back({selectItemName(core.items[i]), itemKinds[i], false,
+                                   i < itemNumerics.size() ? itemNumerics[i] : NumericType{}});
                 continue;
             }
             for (const auto& t : scope.tables()) {
                 if (!e.parts.isEmpty() && t.exposed.compare(e.parts.last(), Qt::CaseInsensitive) != 0) continue;
                 if (!t.columns) return std::nullopt;
-                columns.insert(columns.end(), t.columns->begin(), t.columns->end());
+                for (const auto& c : *t.columns) columns.push_back({c.name, c.kind, false, c.numeric});
             }
         }
         return columns;
@@ -404,6 +459,8 @@ private:
         QString out = parts.size() == 1 ? std::move(parts.front()) : parts.join(QString());
         if (!s.orderBy.empty()) {
             QStringList items;
+            const bool outerOrderBy = orderingBy_;
+            orderingBy_ = true;
             for (const auto& o : s.orderBy) {
                 // The order of a union names result columns: a.x is the column x.
                 const QString term = !single && o.expr->kind == ExprKind::Column
@@ -411,6 +468,7 @@ private:
                                          : collated(*o.expr, expr(*o.expr, *firstScope));
                 items << term + (o.descending ? QStringLiteral(" DESC") : QString());
             }
+            orderingBy_ = outerOrderBy;
             out += QStringLiteral(" ORDER BY ") + items.join(QStringLiteral(", "));
         }
         if (single && first(s).top) out += topClause(first(s));
@@ -487,7 +545,7 @@ private:
             std::vector<ColumnKind> kinds;
             std::vector<NumericType> numerics;
             const QString body = select(*s.derived, scope.parent(), &kinds, {}, &numerics);
-            scope.typeDerived(s.alias, kinds, numerics);
+            if (const auto columns = resultColumns(s.derived->cores.front(), kinds, numerics)) scope.typeDerived(s.alias, *columns);
             // Only a derived table outside any subquery can move: one inside may read the
             // columns of the query around it.
             if (!hoistDerived_ || scope.parent()) return paren(body) + QStringLiteral(" AS ") + quoteName(s.alias);
@@ -786,7 +844,7 @@ private:
         for (const auto& c : s.columnDefs) {
             defs << columnSql(c, true);
             const DeclaredType d = c.identity ? DeclaredType{{}, ColumnKind::Integer, {}, {10, 0}} : declaredType(c.type);
-            columns.push_back({c.name, d.kind, c.identity, d.numeric});
+            columns.push_back({c.name, d.kind, c.identity, d.numeric, isNationalType(c.type)});
         }
         Scope none(catalog_, nullptr);
         for (const auto& k : s.constraints) {
@@ -851,7 +909,7 @@ private:
             out << QStringLiteral("ALTER TABLE ") + quoteName(s.table) + QStringLiteral(" ADD COLUMN ") + columnSql(c, false);
             if (columns) {
                 const DeclaredType d = declaredType(c.type);
-                columns->push_back({c.name, d.kind, false, d.numeric});
+                columns->push_back({c.name, d.kind, false, d.numeric, isNationalType(c.type)});
             }
         }
         if (columns) catalog_.define(s.table, columns);
@@ -923,6 +981,7 @@ private:
             Typed t{quoteString(e.text), ColumnKind::Text};
             t.literalText = true;
             t.literalValue = e.text;
+            t.national = e.national;
             return t;
         }
         case ExprKind::Null: return {QStringLiteral("NULL"), ColumnKind::Unknown};
@@ -933,6 +992,9 @@ private:
             Typed a = expr(*e.args[0], scope);
             if (e.text == QLatin1String("not")) return {QStringLiteral("(NOT ") + a.sql + QLatin1Char(')'), ColumnKind::Integer};
             if (a.kind == ColumnKind::Text) a.sql = toNumber(a, ColumnKind::Float);
+            // The negative of the lowest integer of a type is past its range.
+            if (e.text == QLatin1String("-") && a.kind == ColumnKind::Integer && !a.literalNumber)
+                return {QStringLiteral("tsql_arith(0, '-', %1, %2)").arg(a.sql, exactTypeArgs(a.kind, a.numeric)), a.kind, a.numeric};
             Typed out{QLatin1Char('(') + e.text + a.sql + QLatin1Char(')'), a.kind == ColumnKind::Text ? ColumnKind::Float : a.kind,
                       a.numeric};
             if (a.literalNumber && (e.text == QLatin1String("-") || e.text == QLatin1String("+"))) {
@@ -943,9 +1005,20 @@ private:
         }
         case ExprKind::Binary: return binary(e, scope);
         case ExprKind::Like: {
-            QString out = expr(*e.args[0], scope).sql + (e.negated ? QStringLiteral(" NOT LIKE ") : QStringLiteral(" LIKE ")) +
-                          expr(*e.args[1], scope).sql;
-            if (e.args.size() > 2) out += QStringLiteral(" ESCAPE ") + expr(*e.args[2], scope).sql;
+            std::vector<Typed> operands;
+            bool national = false;
+            for (const auto& a : e.args) {
+                operands.push_back(expr(*a, scope));
+                national = national || operands.back().national;
+            }
+            if (national) {
+                // nvarchar's like keeps the value's trailing blanks: the runtime's own function.
+                QString call = QStringLiteral("tsql_nlike(") + operands[1].sql + QStringLiteral(", ") + operands[0].sql;
+                if (operands.size() > 2) call += QStringLiteral(", ") + operands[2].sql;
+                return {paren((e.negated ? QStringLiteral("NOT ") : QString()) + call + QLatin1Char(')')), ColumnKind::Integer};
+            }
+            QString out = operands[0].sql + (e.negated ? QStringLiteral(" NOT LIKE ") : QStringLiteral(" LIKE ")) + operands[1].sql;
+            if (operands.size() > 2) out += QStringLiteral(" ESCAPE ") + operands[2].sql;
             return {paren(out), ColumnKind::Integer};
         }
         case ExprKind::Between: {
@@ -977,6 +1050,24 @@ private:
         case ExprKind::Convert: return convert(e, scope);
         }
         return {};
+    }
+
+    // The session values the embedded database has: rows the last change touched, the last
+    // identity value, and the error of the last statement (always none: an error ends the
+    // batch). Any other @@ name is unknown to the server too, and a batch here declares no
+    // @variables.
+    static Typed variable(const QString& name) {
+        const QString n = name.toLower();
+        if (n == QLatin1String("@@rowcount")) return {QStringLiteral("changes()"), ColumnKind::Integer};
+        if (n == QLatin1String("@@identity")) return {QLatin1String(kLastIdentity), ColumnKind::Integer};
+        if (n == QLatin1String("@@error")) return {QStringLiteral("0"), ColumnKind::Integer};
+        throw SqlError(QStringLiteral("Must declare the scalar variable \"%1\".").arg(name).toStdString());
+    }
+
+    static bool everyLevelKnown(const Scope& scope) {
+        for (const Scope* s = &scope; s; s = s->parent())
+            if (!s->fullyKnown()) return false;
+        return true;
     }
 
     // The list's literal items count in the comparison's typing as one text and one number
@@ -1039,7 +1130,17 @@ private:
     }
 
     Typed column(const Expr& e, const Scope& scope) {
+        if (e.parts.size() == 1 && e.parts.front().startsWith(QLatin1Char('@'))) return variable(e.parts.front());
         const auto r = scope.resolve(e.parts);
+        // A name that no table of the statement has is the server's error; where a table's
+        // columns are unknown the engine decides. Order by may name the select list's aliases.
+        if (!r.scope && !e.quoted && !orderingBy_ && !scope.tables().empty() && everyLevelKnown(scope)) {
+            if (e.parts.size() > 1)
+                throw SqlError(QStringLiteral("The multi-part identifier \"%1\" could not be bound.")
+                                   .arg(quotedExcerpt(e.parts.join(QLatin1Char('.'))))
+                                   .toStdString());
+            throw SqlError(QStringLiteral("Invalid column name '%1'.").arg(quotedExcerpt(e.parts.last())).toStdString());
+        }
         // With QUOTED_IDENTIFIER ON "x" names a column; as text it is an error, not a literal.
         if (e.quoted && !r.scope && scope.fullyKnown() && !scope.tables().empty())
             throw SqlError(QStringLiteral("Invalid column name '%1'.").arg(quotedExcerpt(e.parts.last())).toStdString());
@@ -1048,7 +1149,9 @@ private:
         QStringList parts;
         const int from = std::max(0, int(e.parts.size()) - 2);
         for (int i = from; i < int(e.parts.size()); ++i) parts << quoteName(e.parts[i]);
-        return {parts.join(QLatin1Char('.')), r.kind, r.numeric};
+        Typed t{parts.join(QLatin1Char('.')), r.kind, r.numeric};
+        t.national = r.national;
+        return t;
     }
 
     // The operand that carries the comparison's collation or numeric conversion.
@@ -1205,7 +1308,11 @@ private:
             r.kind != ColumnKind::DateTime)
             return runtimeCall(kAdd, l, r, l.kind != ColumnKind::Unknown ? l.kind : r.kind);
         if (op == QLatin1String("+")) {
-            if (l.kind == ColumnKind::Text && r.kind == ColumnKind::Text) return infix(l, QStringLiteral("||"), r, kConcatStrength, ColumnKind::Text);
+            if (l.kind == ColumnKind::Text && r.kind == ColumnKind::Text) {
+                Typed joined = infix(l, QStringLiteral("||"), r, kConcatStrength, ColumnKind::Text);
+                joined.national = l.national || r.national;
+                return joined;
+            }
             if (l.kind == ColumnKind::DateTime && rn) return {QStringLiteral("tsql_date_add(%1, %2)").arg(l.sql, r.sql), ColumnKind::DateTime};
             if (r.kind == ColumnKind::DateTime && ln) return {QStringLiteral("tsql_date_add(%1, %2)").arg(r.sql, l.sql), ColumnKind::DateTime};
         }
@@ -1321,16 +1428,63 @@ private:
         // A decimal shows the digits of its scale.
         if (target.kind == ColumnKind::Text && value.kind == ColumnKind::Decimal)
             value.sql = QStringLiteral("tsql_decimal_text(%1, %2)").arg(value.sql, QString::number(digitsOf(value).scale));
-        return {QStringLiteral("tsql_convert('%1', %2, %3, %4, %5, %6)")
+        Typed out{QStringLiteral("tsql_convert('%1', %2, %3, %4, %5, %6)")
                     .arg(e.type.name, QString::number(e.type.max ? -1 : e.type.length), QString::number(e.type.scale),
                          value.sql, style,
                          value.kind == ColumnKind::DateTime ? QStringLiteral("1")
                          : value.kind == ColumnKind::Money  ? QStringLiteral("2")
                                                             : QStringLiteral("0")),
-                target.kind};
+                  target.kind};
+        out.national = isNationalType(e.type);
+        return out;
+    }
+
+    // datediff(day, a, b) and its kin; year(d), month(d) and day(d) are datepart's.
+    std::optional<Typed> datePartFunction(const Expr& e, const Scope& scope) {
+        static const QStringList shorthands = {"year", "month", "day"};
+        const bool shorthand = shorthands.contains(e.text);
+        const DatePartFunction* f = nullptr;
+        for (const auto& d : kDatePartFunctions)
+            if (QLatin1String(d.tsql) == (shorthand ? QStringLiteral("datepart") : e.text)) f = &d;
+        if (!f) return std::nullopt;
+        const int expected = shorthand ? 1 : f->args;
+        if (int(e.args.size()) != expected)
+            throw SqlError(QStringLiteral("The %1 function requires %2 argument(s).").arg(e.text).arg(expected).toStdString());
+        QStringList args;
+        if (shorthand) {
+            args << quoteString(e.text);
+        } else {
+            const Expr& part = *e.args[0];
+            if (part.kind != ExprKind::Column || part.quoted)
+                throw SqlError(QStringLiteral("Invalid parameter 1 specified for %1.").arg(e.text).toStdString());
+            const auto name = part.parts.size() == 1 ? canonicalDatePart(part.parts.front()) : std::nullopt;
+            if (!name)
+                throw SqlError(QStringLiteral("'%1' is not a recognized %2 option.")
+                                   .arg(part.parts.join(QLatin1Char('.')), e.text)
+                                   .toStdString());
+            args << quoteString(*name);
+        }
+        for (size_t i = shorthand ? 0 : 1; i < e.args.size(); ++i) args << expr(*e.args[i], scope).sql;
+        Typed out{QStringLiteral("tsql_%1(%2)").arg(QLatin1String(f->tsql), args.join(QStringLiteral(", "))), f->kind};
+        out.national = f->kind == ColumnKind::Text;  // datename answers nvarchar
+        return out;
+    }
+
+    // Bytes of the value's type: fixed for numbers and dates, counted for text.
+    static int fixedSize(ColumnKind kind) {
+        switch (kind) {
+        case ColumnKind::Integer: return 4;
+        case ColumnKind::Bit: return 1;
+        case ColumnKind::Decimal: return 9;  // decimal(18, s), the common declaration
+        case ColumnKind::Float:
+        case ColumnKind::Money:
+        case ColumnKind::DateTime: return 8;
+        default: return 0;  // the runtime measures the value
+        }
     }
 
     Typed function(const Expr& e, const Scope& scope) {
+        if (auto datePart = datePartFunction(e, scope)) return *datePart;
         const QString& name = e.text;
         std::vector<Typed> args;
         if (!(name == QLatin1String("count") && e.args.size() == 1 && e.args[0]->kind == ExprKind::Star))
@@ -1345,7 +1499,7 @@ private:
                 throw SqlError(QStringLiteral("The %1 function requires %2 argument(s).").arg(name, QString::number(lo)).toStdString());
         };
         auto call = [&](const QString& fn, ColumnKind kind) { return Typed{fn + QLatin1Char('(') + argList() + QLatin1Char(')'), kind}; };
-        if (name == QLatin1String("count")) {
+        if (name == QLatin1String("count") || name == QLatin1String("count_big")) {
             if (args.empty()) return {QStringLiteral("count(*)"), ColumnKind::Integer};
             return {QStringLiteral("count(") + (e.distinct ? QStringLiteral("DISTINCT ") : QString()) + argList() + QLatin1Char(')'),
                     ColumnKind::Integer};
@@ -1382,24 +1536,43 @@ private:
             }
             return {out, kind, name == QLatin1String("max") || name == QLatin1String("min") ? args[0].numeric : NumericType{}};
         }
+        if (name == QLatin1String("datalength")) {
+            arity(1, 1);
+            return {QStringLiteral("tsql_datalength(%1, %2, %3)").arg(args[0].sql).arg(args[0].national ? 1 : 0).arg(fixedSize(args[0].kind)),
+                    ColumnKind::Integer};
+        }
+        if (name == QLatin1String("scope_identity")) {
+            arity(0, 0);
+            return {QLatin1String(kLastIdentity), ColumnKind::Integer};
+        }
+        if (name == QLatin1String("nullif")) {
+            arity(2, 2);
+            // Compared as = compares: ignoring case for text, as points in time for dates.
+            Typed out{QStringLiteral("nullif(%1, %2)").arg(comparedOperand(args[0], {&args[1]}), args[1].sql), args[0].kind};
+            out.national = args[0].national;
+            return out;
+        }
         for (const auto& m : kFunctionMappings) {
             if (name != QLatin1String(m.tsql)) continue;
             arity(size_t(m.minArgs), size_t(m.maxArgs));
             Typed out = call(QLatin1String(m.sqlite), m.kind);
             if (m.kindOfArguments && !args.empty()) out.kind = args[0].kind, out.numeric = args[0].numeric;
             if (out.kind == ColumnKind::Integer && out.numeric.precision == 0) out.numeric = {10, 0};
+            for (const auto& a : args) out.national = out.national || (out.kind == ColumnKind::Text && a.national);
             return out;
         }
-        return call(name, ColumnKind::Unknown);
+        throw SqlError(QStringLiteral("'%1' is not a recognized built-in function name.").arg(name).toStdString());
     }
 };
 
 }  // namespace
 
-QStringList printSqlite(const Statement& statement, BatchCatalog& catalog, std::optional<std::vector<ColumnKind>>* resultKinds) {
+QStringList printSqlite(const Statement& statement, BatchCatalog& catalog, std::optional<std::vector<ColumnKind>>* resultKinds,
+                        std::optional<std::vector<int>>* resultScales) {
     Printer printer(catalog);
     QStringList out = printer.statement(statement);
     if (resultKinds && printer.resultKinds) *resultKinds = printer.resultKinds;
+    if (resultScales && printer.resultScales) *resultScales = printer.resultScales;
     return out;
 }
 

@@ -31,8 +31,10 @@ struct DeclaredType {
 DeclaredType declaredType(const DataType& type);
 
 // Statements of the translation of one T-SQL statement (a DDL statement may need several).
-// For a select that returns rows, resultKinds receives the kinds of its columns when known.
+// For a select that returns rows, resultKinds receives the kinds of its columns when known,
+// resultScales the scales of its money and decimal columns (-1 for the others).
 QStringList printSqlite(const Statement& statement, BatchCatalog& catalog,
-                        std::optional<std::vector<ColumnKind>>* resultKinds = nullptr);
+                        std::optional<std::vector<ColumnKind>>* resultKinds = nullptr,
+                        std::optional<std::vector<int>>* resultScales = nullptr);
 
 }  // namespace kivdb::dialect

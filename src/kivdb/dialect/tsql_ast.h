@@ -48,6 +48,7 @@ struct Expr {
     QString text;        // number text, string value, function name, operator (lower case)
     QStringList parts;   // column or star qualifier parts: {"a", "x"} for a.x
     bool quoted = false;  // column named in double quotes
+    bool national = false;  // N'...' 
     bool negated = false;  // not like, not between, not in, is not null
     bool distinct = false;  // count(distinct x)
     bool isCast = false;

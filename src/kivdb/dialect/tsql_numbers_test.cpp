@@ -1,6 +1,7 @@
 // Exact money and decimals, and the server's overflow errors, on a real embedded database.
 #include "dialect/dialect.h"
 #include "dialect/testing_sqlite.h"
+#include "platform/sqlite_connection.h"
 
 #include <gtest/gtest.h>
 
@@ -79,7 +80,9 @@ INSTANTIATE_TEST_SUITE_P(
         NumberCase{"SelectIntoKeepsScale",
                    "select Amount * 3 as x into #t from Acct select x + 0.00001, x from #t", "0.90001|0.9"},
         NumberCase{"DerivedTableColumnsStayExact",
-                   "select t.a - t.b - 0.2 from (select Amount a, HadPayAmt b from Acct) t", "0"},
+                   "select t.a - t.b - 0.2, s.Amount - s.HadPayAmt - 0.2 from (select Amount a, HadPayAmt b from Acct) t, "
+                   "(select * from Acct) s",
+                   "0|0"},
         NumberCase{"TextOfADecimalShowsItsScale",
                    "select convert(varchar(20), Qty), convert(varchar(20), Amount + 0.005), "
                    "convert(varchar(20), convert(money, 1.005)) from Acct",
@@ -93,6 +96,8 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         NumberCase{"IntPlusInt", "select 2147483647 + 1", "Arithmetic overflow error converting expression to data type int."},
         NumberCase{"IntColumnTimesTwo", "select Whole * 2 from Acct",
+                   "Arithmetic overflow error converting expression to data type int."},
+        NumberCase{"NegativeOfTheLowestInt", "update Acct set Whole = -Whole - 1 select -Whole from Acct",
                    "Arithmetic overflow error converting expression to data type int."},
         NumberCase{"Bigint", "select Big + 1 from Acct", "Arithmetic overflow error converting expression to data type bigint."},
         NumberCase{"SumOfInts", "insert into Acct (id, Whole) values (2, 1) select sum(Whole) from Acct",
@@ -149,6 +154,17 @@ TEST(ExactNumbersStore, MoneyLookupUsesTheIndex) {
         db.runSqlite(QStringLiteral("EXPLAIN QUERY PLAN ") + translateToSqlite("select id from Acct where Amount = 0.3", db.catalog()))
             .join(QLatin1Char(';'));
     EXPECT_TRUE(plan.contains(QLatin1String("USING INDEX IX_Acct_Amount"))) << plan.toStdString();
+}
+
+// Readers learn the digits the server shows after the point: money's four, a decimal's
+// scale, for stored and computed columns alike.
+TEST(ExactNumbersStore, ColumnsCarryTheServersScale) {
+    SqliteConnection conn(QStringLiteral(":memory:"), SqliteConnection::OpenMode::CreateIfMissing);
+    for (const QString& batch : splitBatches(QString::fromUtf8(kTables))) conn.execute(batch);
+    const RowSet rows = conn.query("select Amount, Qty, Amount * 2, Qty / 3, convert(decimal(10,3), 1), Ratio, id from Acct");
+    std::vector<int> scales;
+    for (const Column& c : rows.columns) scales.push_back(c.scale);
+    EXPECT_EQ(scales, (std::vector<int>{4, 4, 4, 15, 3, -1, -1}));
 }
 
 }  // namespace

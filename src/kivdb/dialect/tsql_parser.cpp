@@ -835,6 +835,7 @@ private:
         }
         case TokenType::String: {
             auto e = make(ExprKind::String, begin);
+            e->national = t.national;
             e->text = next().text;
             return finish(std::move(e));
         }

@@ -2,6 +2,7 @@
 // embedded database: text compared as Chinese_PRC_CI_AS compares it, dates as dates, the
 // server's arithmetic and its errors.
 #include "dialect/dialect.h"
+#include "dialect/tsql_runtime_values.h"
 #include "dialect/tsql_numbers.h"
 
 #include <QDate>
@@ -14,7 +15,7 @@
 
 namespace kivdb::dialect {
 
-namespace {
+namespace runtime {
 
 QString textArg(sqlite3_value* v) {
     return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(v)), sqlite3_value_bytes(v));
@@ -35,6 +36,19 @@ bool anyNull(int argc, sqlite3_value** argv) {
         if (sqlite3_value_type(argv[i]) == SQLITE_NULL) return true;
     return false;
 }
+
+void registerFunctions(sqlite3* db, const FunctionDef* begin, const FunctionDef* end) {
+    for (const FunctionDef* f = begin; f != end; ++f) {
+        const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (f->deterministic ? SQLITE_DETERMINISTIC : 0);
+        sqlite3_create_function(db, f->name, f->args, flags, nullptr, f->fn, nullptr, nullptr);
+    }
+}
+
+}  // namespace runtime
+
+using namespace runtime;
+
+namespace {
 
 // ---- text comparison
 
@@ -68,12 +82,13 @@ int compareCi(void*, int n1, const void* p1, int n2, const void* p2) {
     return n1 == n2 ? 0 : (n1 < n2 ? -1 : 1);
 }
 
+}  // namespace
+
 // ---- dates
 
-struct DateTimeParts {
-    int year = 1900, month = 1, day = 1, hour = 0, minute = 0, second = 0, msec = 0;
-    bool hasTime = false;
-};
+namespace runtime {
+
+namespace {
 
 int digitsAt(const QString& s, int& i, int maxDigits) {
     int value = 0, count = 0;
@@ -85,20 +100,96 @@ int digitsAt(const QString& s, int& i, int maxDigits) {
     return count == 0 ? -1 : value;
 }
 
-// Reads yyyy-mm-dd, yyyy/mm/dd, yyyy.mm.dd or yyyymmdd, with an optional time
-// hh:mm[:ss[.fff]] after a blank or T.
-std::optional<DateTimeParts> parseDateTime(const QString& text) {
-    const QString s = text.trimmed();
+const char* const kDateConversionFailed = "Conversion failed when converting date and/or time from character string.";
+
+}  // namespace
+
+// hh:mm[:ss[.fff]] from s[i], into p.
+std::optional<DateTimeParts> parseTime(const QString& s, int& i, DateTimeParts p) {
+    p.hasTime = true;
+    p.hour = digitsAt(s, i, 2);
+    if (p.hour < 0 || i >= s.size() || s[i] != u':') return std::nullopt;
+    ++i;
+    p.minute = digitsAt(s, i, 2);
+    if (p.minute < 0) return std::nullopt;
+    if (i < s.size() && s[i] == u':') {
+        ++i;
+        p.second = digitsAt(s, i, 2);
+        if (p.second < 0) return std::nullopt;
+        if (i < s.size() && s[i] == u'.') {
+            ++i;
+            const int fracStart = i;
+            int frac = digitsAt(s, i, 9);
+            if (frac < 0) return std::nullopt;
+            int len = i - fracStart;
+            while (len < 3) { frac *= 10; ++len; }
+            while (len > 3) { frac /= 10; --len; }
+            p.msec = frac;
+        }
+    }
+    // A 12-hour clock: 8:05PM, 12:00 AM.
+    int k = i;
+    while (k < s.size() && s[k] == u' ') ++k;
+    if (k + 1 < s.size() && QStringView(u"AaPp").contains(s[k]) && (s[k + 1] == u'M' || s[k + 1] == u'm')) {
+        if (p.hour > 12) return std::nullopt;
+        p.hour = p.hour % 12 + (s[k].toLower() == u'p' ? 12 : 0);
+        i = k + 2;
+    }
+    if (p.hour > 23 || p.minute > 59 || p.second > 59) return std::nullopt;
+    return p;
+}
+
+namespace {
+
+// Mon dd[,] yyyy [time], as style 0 writes it: an English month name or its first letters.
+std::optional<DateTimeParts> parseMonthNameDate(const QString& s) {
+    static const char* const months[] = {"january", "february", "march",     "april",   "may",      "june",
+                                         "july",    "august",   "september", "october", "november", "december"};
     DateTimeParts p;
     int i = 0;
-    const int start = i;
-    int year = digitsAt(s, i, 8);
+    while (i < s.size() && s[i].isLetter()) ++i;
+    const QString word = s.left(i).toLower();
+    p.month = 0;
+    for (int m = 0; m < 12 && word.size() >= 3; ++m)
+        if (QLatin1String(months[m]).startsWith(word)) p.month = m + 1;
+    auto blanks = [&] { while (i < s.size() && s[i] == u' ') ++i; };
+    blanks();
+    p.day = digitsAt(s, i, 2);
+    if (i < s.size() && s[i] == u',') ++i;
+    blanks();
+    const int yearStart = i;
+    p.year = digitsAt(s, i, 4);
+    if (p.month == 0 || p.day < 0 || i - yearStart != 4) return std::nullopt;
+    if (i < s.size()) {
+        if (s[i] != u' ') return std::nullopt;
+        blanks();
+        const auto t = parseTime(s, i, p);
+        if (!t) return std::nullopt;
+        p = *t;
+    }
+    if (i != s.size() || !QDate::isValid(p.year, p.month, p.day)) return std::nullopt;
+    return p;
+}
+
+}  // namespace
+
+std::optional<DateTimeParts> parseDateTime(const QString& text) {
+    const QString s = text.trimmed();
+    if (!s.isEmpty() && s.front().isLetter()) return parseMonthNameDate(s);
+    DateTimeParts p;
+    int i = 0;
+    const int year = digitsAt(s, i, 8);
     if (year < 0) return std::nullopt;
-    if (i - start == 8) {
-        p.year = year / 10000;
+    if (i <= 2 && i < s.size() && s[i] == u':') {  // a time alone
+        i = 0;
+        const auto t = parseTime(s, i, p);
+        return t && i == s.size() ? t : std::nullopt;
+    }
+    if (i == 8 || i == 6) {  // yyyymmdd, yymmdd
+        p.year = i == 8 ? year / 10000 : year / 10000 + (year / 10000 < 50 ? 2000 : 1900);
         p.month = year / 100 % 100;
         p.day = year % 100;
-    } else if (i - start == 4 && i < s.size() && (s[i] == u'-' || s[i] == u'/' || s[i] == u'.')) {
+    } else if (i == 4 && i < s.size() && (s[i] == u'-' || s[i] == u'/' || s[i] == u'.')) {
         const QChar sep = s[i++];
         p.year = year;
         p.month = digitsAt(s, i, 2);
@@ -110,60 +201,69 @@ std::optional<DateTimeParts> parseDateTime(const QString& text) {
     }
     if (i < s.size() && (s[i] == u' ' || s[i] == u'T')) {
         while (i < s.size() && (s[i] == u' ' || s[i] == u'T')) ++i;
-        p.hasTime = true;
-        p.hour = digitsAt(s, i, 2);
-        if (p.hour < 0 || i >= s.size() || s[i] != u':') return std::nullopt;
-        ++i;
-        p.minute = digitsAt(s, i, 2);
-        if (p.minute < 0) return std::nullopt;
-        if (i < s.size() && s[i] == u':') {
-            ++i;
-            p.second = digitsAt(s, i, 2);
-            if (p.second < 0) return std::nullopt;
-            if (i < s.size() && s[i] == u'.') {
-                ++i;
-                const int fracStart = i;
-                int frac = digitsAt(s, i, 9);
-                if (frac < 0) return std::nullopt;
-                int len = i - fracStart;
-                while (len < 3) { frac *= 10; ++len; }
-                while (len > 3) { frac /= 10; --len; }
-                p.msec = frac;
-            }
-        }
+        const auto t = parseTime(s, i, p);
+        if (!t) return std::nullopt;
+        p = *t;
     }
-    if (i != s.size()) return std::nullopt;
-    if (!QDate::isValid(p.year, p.month, p.day) || p.hour > 23 || p.minute > 59 || p.second > 59) return std::nullopt;
+    if (i != s.size() || !QDate::isValid(p.year, p.month, p.day)) return std::nullopt;
     return p;
 }
 
 QDateTime toQDateTime(const DateTimeParts& p) {
-    return QDateTime(QDate(p.year, p.month, p.day), QTime(p.hour, p.minute, p.second, p.msec));
+    // In UTC: date arithmetic knows no daylight saving.
+    return QDateTime(QDate(p.year, p.month, p.day), QTime(p.hour, p.minute, p.second, p.msec), Qt::UTC);
 }
 
-// A value as a date: text as written, a number as days since 1900-01-01 (the server's
-// zero date).
-std::optional<QDateTime> dateArg(sqlite3_value* v, bool* hadTime = nullptr) {
+bool inDateRange(const QDateTime& dt) {
+    return dt.isValid() && dt.date().year() >= kFirstYear && dt.date().year() <= kLastYear;
+}
+
+bool dateArg(sqlite3_context* ctx, sqlite3_value* v, QDateTime& out, bool* hadTime) {
     const int type = sqlite3_value_type(v);
     if (type == SQLITE_INTEGER || type == SQLITE_FLOAT) {
+        // The range in days either side of 1900-01-01, checked before any conversion.
         const double days = sqlite3_value_double(v);
+        if (!(days >= -53690 && days < 2958464)) {
+            resultError(ctx, QStringLiteral("Arithmetic overflow error converting expression to data type datetime."));
+            return false;
+        }
         if (hadTime) *hadTime = days != std::floor(days);
-        return QDateTime(QDate(1900, 1, 1), QTime(0, 0)).addMSecs(qint64(std::llround(days * 86400000.0)));
+        out = QDateTime(QDate(1900, 1, 1), QTime(0, 0), Qt::UTC).addMSecs(qint64(std::llround(days * 86400000.0)));
+        return true;
     }
     const QString text = textArg(v);
-    if (text.trimmed().isEmpty()) return QDateTime(QDate(1900, 1, 1), QTime(0, 0));  // blank is the zero date
+    if (text.trimmed().isEmpty()) {  // blank is the zero date
+        out = QDateTime(QDate(1900, 1, 1), QTime(0, 0), Qt::UTC);
+        return true;
+    }
     const auto parts = parseDateTime(text);
-    if (!parts) return std::nullopt;
+    if (!parts) {
+        resultError(ctx, QString::fromLatin1(kDateConversionFailed));
+        return false;
+    }
+    out = toQDateTime(*parts);
+    if (!inDateRange(out)) {
+        resultError(ctx, QStringLiteral("The conversion of a varchar data type to a datetime data type resulted in an "
+                                        "out-of-range value."));
+        return false;
+    }
     if (hadTime) *hadTime = parts->hasTime;
-    return toQDateTime(*parts);
+    return true;
 }
-
-const char* const kDateConversionFailed = "Conversion failed when converting date and/or time from character string.";
 
 QString formatDateTime(const QDateTime& dt) {
     if (dt.time().msec() != 0) return dt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
     return dt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
+
+void resultDate(sqlite3_context* ctx, const QDateTime& dt, bool withTime) {
+    if (!inDateRange(dt)) return resultError(ctx, QStringLiteral("Adding a value to a 'datetime' column caused an overflow."));
+    resultText(ctx, withTime ? formatDateTime(dt) : dt.date().toString(QStringLiteral("yyyy-MM-dd")));
+}
+
+}  // namespace runtime
+
+namespace {
 
 qint64 dateKey(const DateTimeParts& p) {
     return ((((qint64(p.year) * 100 + p.month) * 100 + p.day) * 100 + p.hour) * 100 + p.minute) * 100000 +
@@ -402,7 +502,17 @@ void tsqlSingleFinal(sqlite3_context* ctx) {
     state->first = nullptr;
 }
 
+}  // namespace
+
 // ---- text functions
+
+qint64 runtime::codePageBytes(QStringView text) {
+    qint64 size = 0;
+    for (const char32_t c : text.toUcs4()) size += c < 0x80 ? 1 : 2;
+    return size;
+}
+
+namespace {
 
 void tsqlLen(sqlite3_context* ctx, int, sqlite3_value** argv) {
     if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
@@ -446,20 +556,16 @@ void tsqlFits(sqlite3_context* ctx, int, sqlite3_value** argv) {
     while (text.endsWith(u' ')) text.chop(1);
     const qint64 limit = sqlite3_value_int64(argv[1]);
     const bool national = sqlite3_value_int(argv[2]) != 0;
-    qint64 size = 0;
-    for (const char32_t c : text.toUcs4()) size += national ? (c > 0xFFFF ? 2 : 1) : (c < 0x80 ? 1 : 2);
+    const qint64 size = national ? text.size() : codePageBytes(text);
     if (size > limit) return resultError(ctx, QStringLiteral("String or binary data would be truncated."));
     sqlite3_result_int(ctx, 1);
 }
 
+}  // namespace
+
 // ---- like with the server's wildcards: % _ [a-c] [^x], case-insensitive
 
-struct PatternElement {
-    enum Kind { AnyRun, AnyOne, Literal, Class } kind = Literal;
-    QChar ch;
-    QString set;        // class members and ranges, folded
-    bool negated = false;
-};
+namespace runtime {
 
 std::vector<PatternElement> compilePattern(const QString& pattern, std::optional<QChar> escape) {
     std::vector<PatternElement> out;
@@ -495,6 +601,8 @@ std::vector<PatternElement> compilePattern(const QString& pattern, std::optional
     return out;
 }
 
+namespace {
+
 bool classMatches(const PatternElement& e, QChar c) {
     bool hit = false;
     const QString& s = e.set;
@@ -518,8 +626,10 @@ bool elementMatches(const PatternElement& e, QChar c) {
     }
 }
 
+}  // namespace
+
 // Wildcard matching with backtracking to the last %: linear in practice, never exponential.
-bool likeMatches(const std::vector<PatternElement>& p, const QString& text) {
+bool likeMatches(const std::vector<PatternElement>& p, QStringView text) {
     size_t pi = 0, ti = 0, starP = SIZE_MAX, starT = 0;
     const size_t n = size_t(text.size());
     while (ti < n) {
@@ -540,6 +650,13 @@ bool likeMatches(const std::vector<PatternElement>& p, const QString& text) {
     return pi == p.size();
 }
 
+}  // namespace runtime
+
+namespace {
+
+// For varchar the value's trailing blanks do not count; for nvarchar (tsql_nlike) they do.
+// The pattern's always count.
+template <bool National>
 void tsqlLike(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
     std::optional<QChar> escape;
@@ -549,10 +666,9 @@ void tsqlLike(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
         escape = e.front();
     }
     const auto pattern = compilePattern(textArg(argv[0]), escape);
-    // Trailing blanks of the value do not count; those of the pattern do.
     QString value = textArg(argv[1]).toCaseFolded();
     bool hit = likeMatches(pattern, value);
-    if (!hit && value.endsWith(u' ')) {
+    if (!National && !hit && value.endsWith(u' ')) {
         while (value.endsWith(u' ')) value.chop(1);
         hit = likeMatches(pattern, value);
     }
@@ -561,32 +677,18 @@ void tsqlLike(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
 
 // ---- dates
 
-// To the second, in the stored date form; the server's milliseconds are dropped.
-void tsqlGetdate(sqlite3_context* ctx, int, sqlite3_value**) {
-    resultText(ctx, QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
-}
-
-template <int Part>
-void tsqlDatePart(sqlite3_context* ctx, int, sqlite3_value** argv) {
-    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
-    const auto dt = dateArg(argv[0]);
-    if (!dt) return resultError(ctx, QString::fromLatin1(kDateConversionFailed));
-    const QDate d = dt->date();
-    sqlite3_result_int(ctx, Part == 0 ? d.year() : Part == 1 ? d.month() : d.day());
-}
-
 // Date plus days; a date without time stays a date when whole days are added.
 void tsqlDateAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
     bool hadTime = false;
-    const auto dt = dateArg(argv[0], &hadTime);
-    if (!dt) return resultError(ctx, QString::fromLatin1(kDateConversionFailed));
+    QDateTime dt;
+    if (!dateArg(ctx, argv[0], dt, &hadTime)) return;
     Number days;
     if (!numberArg(ctx, argv[1], QStringLiteral("float"), days)) return;
     const double d = days.asDouble();
-    const QDateTime result = dt->addMSecs(qint64(std::llround(d * 86400000.0)));
-    if (!hadTime && d == std::floor(d)) return resultText(ctx, result.date().toString(QStringLiteral("yyyy-MM-dd")));
-    resultText(ctx, formatDateTime(result));
+    // More days than the whole range holds overflow before any conversion.
+    if (!(std::fabs(d) < 1e7)) return resultDate(ctx, QDateTime(), false);
+    resultDate(ctx, dt.addMSecs(qint64(std::llround(d * 86400000.0))), hadTime || d != std::floor(d));
 }
 
 // A date as a datetime column stores it: yyyy-mm-dd, or with the time when it has one.
@@ -594,22 +696,40 @@ void tsqlDateAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
 void tsqlStoreDate(sqlite3_context* ctx, int, sqlite3_value** argv) {
     if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
     bool hadTime = false;
-    const auto dt = dateArg(argv[0], &hadTime);
-    if (!dt) return resultError(ctx, QString::fromLatin1(kDateConversionFailed));
-    if (!hadTime) return resultText(ctx, dt->date().toString(QStringLiteral("yyyy-MM-dd")));
-    resultText(ctx, formatDateTime(*dt));
+    QDateTime dt;
+    if (!dateArg(ctx, argv[0], dt, &hadTime)) return;
+    resultText(ctx, hadTime ? formatDateTime(dt) : dt.date().toString(QStringLiteral("yyyy-MM-dd")));
 }
 
 // ---- convert / cast
 
-QString formatDateStyle(const QDateTime& dt, int style, bool& ok) {
-    ok = true;
-    static const char* const months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    const QDate d = dt.date();
-    const QTime t = dt.time();
-    switch (style) {
-    case 0:
-    case 100: {
+// The date styles of convert, in QDateTime's format letters. Style 0 (and 100), with
+// month names and a 12-hour clock, is written out by hand.
+struct DateStyle {
+    int style;
+    const char* format;
+};
+
+const DateStyle kDateStyles[] = {
+    {1, "MM/dd/yy"},  {101, "MM/dd/yyyy"},  {2, "yy.MM.dd"},  {102, "yyyy.MM.dd"},
+    {3, "dd/MM/yy"},  {103, "dd/MM/yyyy"},  {4, "dd.MM.yy"},  {104, "dd.MM.yyyy"},
+    {5, "dd-MM-yy"},  {105, "dd-MM-yyyy"},  {8, "HH:mm:ss"},  {108, "HH:mm:ss"},
+    {10, "MM-dd-yy"}, {110, "MM-dd-yyyy"},  {11, "yy/MM/dd"}, {111, "yyyy/MM/dd"},
+    {12, "yyMMdd"},   {112, "yyyyMMdd"},    {20, "yyyy-MM-dd HH:mm:ss"}, {120, "yyyy-MM-dd HH:mm:ss"},
+    {21, "yyyy-MM-dd HH:mm:ss.zzz"}, {121, "yyyy-MM-dd HH:mm:ss.zzz"}, {23, "yyyy-MM-dd"},
+};
+
+const DateStyle* findDateStyle(int style) {
+    for (const auto& s : kDateStyles)
+        if (s.style == style) return &s;
+    return nullptr;
+}
+
+std::optional<QString> formatDateStyle(const QDateTime& dt, int style) {
+    if (style == 0 || style == 100) {
+        static const char* const months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+        const QDate d = dt.date();
+        const QTime t = dt.time();
         const int hour12 = t.hour() % 12 == 0 ? 12 : t.hour() % 12;
         return QStringLiteral("%1 %2 %3 %4:%5%6")
             .arg(QLatin1String(months[d.month() - 1]))
@@ -619,17 +739,55 @@ QString formatDateStyle(const QDateTime& dt, int style, bool& ok) {
             .arg(t.minute(), 2, 10, QLatin1Char('0'))
             .arg(t.hour() < 12 ? QStringLiteral("AM") : QStringLiteral("PM"));
     }
-    case 23: return d.toString(QStringLiteral("yyyy-MM-dd"));
-    case 101: return d.toString(QStringLiteral("MM/dd/yyyy"));
-    case 102: return d.toString(QStringLiteral("yyyy.MM.dd"));
-    case 103: return d.toString(QStringLiteral("dd/MM/yyyy"));
-    case 108: return t.toString(QStringLiteral("HH:mm:ss"));
-    case 111: return d.toString(QStringLiteral("yyyy/MM/dd"));
-    case 112: return d.toString(QStringLiteral("yyyyMMdd"));
-    case 120: return dt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-    case 121: return dt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
-    default: ok = false; return {};
+    const DateStyle* s = findDateStyle(style);
+    if (!s) return std::nullopt;
+    return dt.toString(QLatin1String(s->format));
+}
+
+// Text in the day, month and year order of a style (01/02/06 under style 3 is 1 February
+// 2006), two-digit years in 1950..2049, an optional time after a blank. Nothing when the
+// text is not in that form.
+std::optional<DateTimeParts> parseStyledDate(const QString& text, int style) {
+    const DateStyle* st = findDateStyle(style);
+    if (!st) return std::nullopt;
+    const QString f = QLatin1String(st->format);
+    const qsizetype y = f.indexOf(u'y'), m = f.indexOf(u'M'), d = f.indexOf(u'd');
+    if (y < 0 || m < 0 || d < 0) return std::nullopt;
+    const QString s = text.trimmed();
+    int fields[3], widths[3], i = 0;
+    for (int k = 0; k < 3; ++k) {
+        const int from = i;
+        fields[k] = digitsAt(s, i, 4);
+        widths[k] = i - from;
+        if (fields[k] < 0) return std::nullopt;
+        if (k < 2 && (i >= s.size() || !QStringView(u"/-.").contains(s[i++]))) return std::nullopt;
     }
+    auto rank = [&](qsizetype at) { return int(at > y) + int(at > m) + int(at > d); };
+    DateTimeParts p;
+    p.year = fields[rank(y)];
+    if (widths[rank(y)] <= 2) p.year += p.year < 50 ? 2000 : 1900;
+    p.month = fields[rank(m)];
+    p.day = fields[rank(d)];
+    if (i < s.size()) {
+        if (s[i] != u' ') return std::nullopt;
+        while (i < s.size() && s[i] == u' ') ++i;
+        const auto t = parseTime(s, i, p);
+        if (!t) return std::nullopt;
+        p = *t;
+    }
+    if (i != s.size() || !QDate::isValid(p.year, p.month, p.day)) return std::nullopt;
+    return p;
+}
+
+// The value of convert(datetime, value, style): text in the style's order first.
+bool styledDateArg(sqlite3_context* ctx, sqlite3_value* value, std::optional<int> style, QDateTime& out) {
+    if (style && sqlite3_value_type(value) == SQLITE_TEXT) {
+        if (const auto p = parseStyledDate(textArg(value), *style)) {
+            out = toQDateTime(*p);
+            if (inDateRange(out)) return true;
+        }
+    }
+    return dateArg(ctx, value, out);
 }
 
 // tsql_convert(type, length, scale, value, style, source)
@@ -648,11 +806,11 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
         QString s;
         const int vt = sqlite3_value_type(value);
         if (valueIsDate) {
-            const auto dt = dateArg(value);
-            if (!dt) return resultError(ctx, QString::fromLatin1(kDateConversionFailed));
-            bool ok = false;
-            s = formatDateStyle(*dt, style, ok);
-            if (!ok)
+            QDateTime dt;
+            if (!dateArg(ctx, value, dt)) return;
+            const auto styledText = formatDateStyle(dt, style);
+            if (styledText) s = *styledText;
+            else
                 return resultError(ctx, QStringLiteral("%1 is not a valid style number when converting from datetime to a "
                                                        "character string.").arg(style));
         } else if (source == 2 && (vt == SQLITE_FLOAT || vt == SQLITE_INTEGER)) {
@@ -683,10 +841,9 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
         return sqlite3_result_int(ctx, n.asDouble() != 0 ? 1 : 0);
     }
     if (type.contains(QLatin1String("date"))) {
-        const auto dt = dateArg(value);
-        if (!dt) return resultError(ctx, QString::fromLatin1(kDateConversionFailed));
-        if (type == QLatin1String("date")) return resultText(ctx, dt->date().toString(QStringLiteral("yyyy-MM-dd")));
-        QDateTime out = *dt;
+        QDateTime out;
+        if (!styledDateArg(ctx, value, styled ? std::optional<int>(style) : std::nullopt, out)) return;
+        if (type == QLatin1String("date")) return resultText(ctx, out.date().toString(QStringLiteral("yyyy-MM-dd")));
         if (type == QLatin1String("smalldatetime"))  // to the nearest minute
             out = QDateTime(out.date(), QTime(out.time().hour(), out.time().minute())).addSecs(out.time().second() >= 30 ? 60 : 0);
         return resultText(ctx, formatDateTime(out));
@@ -694,16 +851,11 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
     resultError(ctx, QStringLiteral("Type %1 is not a defined system type.").arg(type));
 }
 
-struct FunctionDef {
-    const char* name;
-    int args;
-    void (*fn)(sqlite3_context*, int, sqlite3_value**);
-    bool deterministic;
-};
-
 const FunctionDef kFunctions[] = {
-    {"like", 2, tsqlLike, true},
-    {"like", 3, tsqlLike, true},
+    {"like", 2, tsqlLike<false>, true},
+    {"like", 3, tsqlLike<false>, true},
+    {"tsql_nlike", 2, tsqlLike<true>, true},
+    {"tsql_nlike", 3, tsqlLike<true>, true},
     {"tsql_num", 2, tsqlNum, true},
     {"tsql_num", 3, tsqlNum, true},
     {"tsql_div", 2, tsqlDiv, true},
@@ -716,10 +868,6 @@ const FunctionDef kFunctions[] = {
     {"tsql_charindex", 3, tsqlCharindex, true},
     {"tsql_left", 2, tsqlSide<true>, true},
     {"tsql_right", 2, tsqlSide<false>, true},
-    {"tsql_getdate", 0, tsqlGetdate, false},
-    {"tsql_year", 1, tsqlDatePart<0>, true},
-    {"tsql_month", 1, tsqlDatePart<1>, true},
-    {"tsql_day", 1, tsqlDatePart<2>, true},
     {"tsql_date_add", 2, tsqlDateAdd, true},
     {"tsql_store_date", 1, tsqlStoreDate, true},
     {"tsql_fits", 3, tsqlFits, true},
@@ -744,10 +892,8 @@ void registerRuntime(sqlite3* db) {
     sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     sqlite3_create_collation(db, "TSQL_CI", SQLITE_UTF8, nullptr, compareCi);
     sqlite3_create_collation(db, "TSQL_DATE", SQLITE_UTF8, nullptr, compareDate);
-    for (const auto& f : kFunctions) {
-        const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (f.deterministic ? SQLITE_DETERMINISTIC : 0);
-        sqlite3_create_function(db, f.name, f.args, flags, nullptr, f.fn, nullptr, nullptr);
-    }
+    registerFunctions(db, std::begin(kFunctions), std::end(kFunctions));
+    registerBuiltins(db);
     registerNumberFunctions(db);
     sqlite3_create_function(db, "tsql_single", 1, SQLITE_UTF8 | SQLITE_INNOCUOUS | SQLITE_DETERMINISTIC, nullptr, nullptr,
                             tsqlSingleStep, tsqlSingleFinal);

@@ -41,15 +41,9 @@ void Scope::addTable(const QString& exposed, const QString& table) {
     tables_.push_back({exposed, table, catalog_.tableColumns(table)});
 }
 
-void Scope::typeDerived(const QString& exposed, const std::vector<ColumnKind>& kinds,
-                        const std::vector<NumericType>& numerics) {
-    for (auto& t : tables_) {
-        if (!t.table.isEmpty() || !t.columns || t.exposed.compare(exposed, Qt::CaseInsensitive) != 0) continue;
-        for (size_t i = 0; i < t.columns->size() && i < kinds.size() && i < numerics.size(); ++i) {
-            (*t.columns)[i].kind = kinds[i];
-            (*t.columns)[i].numeric = numerics[i];
-        }
-    }
+void Scope::typeDerived(const QString& exposed, const std::vector<CatalogColumn>& columns) {
+    for (auto& t : tables_)
+        if (t.table.isEmpty() && t.exposed.compare(exposed, Qt::CaseInsensitive) == 0) t.columns = columns;
 }
 
 bool Scope::fullyKnown() const {
@@ -82,6 +76,7 @@ Scope::Resolution Scope::resolve(const QStringList& parts) const {
             const CatalogColumn c = columnIn(tables_[i], found);
             r.kind = c.kind;
             r.numeric = c.numeric;
+            r.national = c.national;
             return r;
         }
         return parent_ ? parent_->resolve(parts) : r;
@@ -98,6 +93,7 @@ Scope::Resolution Scope::resolve(const QStringList& parts) const {
         r.tableIndex = i;
         r.kind = c.kind;
         r.numeric = c.numeric;
+        r.national = c.national;
     }
     if (r.scope || !fullyKnown()) return r;
     return parent_ ? parent_->resolve(parts) : r;

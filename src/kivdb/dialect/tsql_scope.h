@@ -20,14 +20,16 @@ public:
     void addSources(const std::vector<TableSourcePtr>& from);
     void addSource(const TableSource& source);
     void addTable(const QString& exposed, const QString& table);
-    // The types of a derived table's columns, known once its select is translated.
-    void typeDerived(const QString& exposed, const std::vector<ColumnKind>& kinds, const std::vector<NumericType>& numerics);
+    // A derived table's columns with their types (a * expanded), known once its select is
+    // translated.
+    void typeDerived(const QString& exposed, const std::vector<CatalogColumn>& columns);
 
     struct Resolution {
         const Scope* scope = nullptr;  // the level the name belongs to; null when unresolved
         int tableIndex = -1;
         ColumnKind kind = ColumnKind::Unknown;
         NumericType numeric;
+        bool national = false;
         bool ambiguous = false;
     };
     // parts: {"x"} or {"a", "x"} (longer names use their last two parts).

@@ -34,6 +34,9 @@ using Value = QVariant;
 struct Column {
     QString name;
     FieldType type = FieldType::String;
+    // Digits after the point the server shows for a Currency or Bcd column (money: 4,
+    // decimal(p, s): s); -1 when not known or not such a column.
+    int scale = -1;
 };
 
 // A fully read result set.

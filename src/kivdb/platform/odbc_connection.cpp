@@ -161,8 +161,9 @@ RowSet readRows(const StatementHandle& stmt, SQLSMALLINT columnCount) {
                                     &typeNameBytes, nullptr),
                    "SQLColAttribute");
         const QString declared = fromWideBuffer(typeName, typeNameBytes / qsizetype(sizeof(SQLWCHAR)));
-        rows.columns.push_back({fromWideBuffer(name, nameLength),
-                                fieldTypeFromTypeName(declared).value_or(fieldTypeFromSqlType(sqlType))});
+        const FieldType type = fieldTypeFromTypeName(declared).value_or(fieldTypeFromSqlType(sqlType));
+        const bool exact = type == FieldType::Currency || type == FieldType::Bcd;
+        rows.columns.push_back({fromWideBuffer(name, nameLength), type, exact ? int(digits) : -1});
     }
     for (;;) {
         const SQLRETURN rc = SQLFetch(stmt.get());

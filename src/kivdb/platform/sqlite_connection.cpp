@@ -136,14 +136,21 @@ std::optional<FieldType> fieldTypeOfKind(const std::vector<dialect::ColumnKind>*
 
 // Reads every row of a statement that returns rows. A column without a declared type
 // takes the kind the translation gave it, else its first value's storage class.
-RowSet readRows(sqlite3* db, sqlite3_stmt* stmt, const std::vector<dialect::ColumnKind>* kinds) {
+RowSet readRows(sqlite3* db, sqlite3_stmt* stmt, const std::vector<dialect::ColumnKind>* kinds,
+                const std::vector<int>* scales) {
     const int count = sqlite3_column_count(stmt);
     std::vector<std::optional<FieldType>> declared(count);
     RowSet rows;
     for (int i = 0; i < count; ++i) {
         rows.columns.push_back({QString::fromUtf8(sqlite3_column_name(stmt, i)), FieldType::String});
-        declared[i] = fieldTypeFromTypeName(QString::fromUtf8(sqlite3_column_decltype(stmt, i)));
-        if (!declared[i]) declared[i] = fieldTypeOfKind(kinds, i);
+        const QString declType = QString::fromUtf8(sqlite3_column_decltype(stmt, i));
+        declared[i] = fieldTypeFromTypeName(declType);
+        if (declared[i] == FieldType::Currency || declared[i] == FieldType::Bcd)
+            rows.columns[i].scale = dialect::numericTypeFromDeclType(declType).scale;
+        if (!declared[i]) {
+            declared[i] = fieldTypeOfKind(kinds, i);
+            if (scales && size_t(i) < scales->size()) rows.columns[i].scale = (*scales)[size_t(i)];
+        }
     }
     int rc;
     while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
@@ -269,14 +276,15 @@ QString SqliteConnection::translate(const QString& tsql) {
 TextOutcome SqliteConnection::run(const QString& sql) {
     TextOutcome outcome;
     const dialect::SqliteTranslation translation = translateTyped(sql);
-    runStatements(translation.sql.toUtf8(), outcome, translation.resultKinds);
+    runStatements(translation.sql.toUtf8(), outcome, translation.resultKinds, translation.resultScales);
     return outcome;
 }
 
 // lastResultKinds types the computed columns of the text's last statement (a sum of money
 // is money), as the T-SQL made them.
 void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcome,
-                                     const std::vector<dialect::ColumnKind>& lastResultKinds) {
+                                     const std::vector<dialect::ColumnKind>& lastResultKinds,
+                                     const std::vector<int>& lastResultScales) {
     const char* next = text.constData();
     const char* const end = next + text.size();
     bool first = true;
@@ -300,7 +308,7 @@ void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcom
             const qint64 totalBefore = sqlite3_total_changes64(db_);
             if (returnsRows) {
                 const bool last = onlyBlanks(next, end);
-                outcome.rows = readRows(db_, s, last ? &lastResultKinds : nullptr);
+                outcome.rows = last ? readRows(db_, s, &lastResultKinds, &lastResultScales) : readRows(db_, s, nullptr, nullptr);
             } else if (sqlite3_step(s) != SQLITE_DONE) {
                 throw sqliteError(db_);
             }

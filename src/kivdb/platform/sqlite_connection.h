@@ -40,7 +40,8 @@ private:
     TextOutcome run(const QString& sql);
     dialect::SqliteTranslation translateTyped(const QString& tsql);
     void runStatements(const QByteArray& text, TextOutcome& outcome,
-                       const std::vector<dialect::ColumnKind>& lastResultKinds = {});
+                       const std::vector<dialect::ColumnKind>& lastResultKinds = {},
+                       const std::vector<int>& lastResultScales = {});
     void forgetStaleTranslations();
     void execControl(const char* sql);
 
