@@ -11,30 +11,20 @@ namespace {
 
 using testing::SqliteTestDb;
 
-// A catalog that knows the tables, so unqualified names resolve.
-class OuterJoinRewrite : public ::testing::Test {
-protected:
-    void SetUp() override {
-        db.script("create table Rp_RAcct (CustNo varchar(20), Type int, Amount money, HadPayAmt money)\n"
-                  "create table Rp_TypeCodeInfo (Type varchar(4), Code int, descript nvarchar(40))\n"
-                  "create table st_checkdtl (RefNo int, PartNo varchar(20), diffQty float)\n"
-                  "create table st_MonthPartCost (Period int, PartNo varchar(20), Cost decimal(18,4))\n"
-                  "create table st_onHand (PartNo varchar(20), LotNo varchar(20), Qty float)\n"
-                  "create table St_Lot (PartNo varchar(20), LotNo varchar(20), EffectDate datetime, RefNo int)\n");
-    }
+TEST(OuterJoinRewrite, PrintsAnsiJoinsOrRefusesAsTheServerDoes) {
+    // A catalog that knows the tables, so unqualified names resolve.
     SqliteTestDb db;
-};
-
-// expected: the text sent; "=" for a statement without old joins, which comes back byte for
-// byte; nullptr for one the server refuses.
-struct RewriteCase {
-    const char* name;
-    const char* tsql;
-    const char* expected;
-};
-
-TEST_F(OuterJoinRewrite, PrintsAnsiJoinsOrRefusesAsTheServerDoes) {
-    const RewriteCase cases[] = {
+    db.script("create table Rp_RAcct (CustNo varchar(20), Type int, Amount money, HadPayAmt money)\n"
+              "create table Rp_TypeCodeInfo (Type varchar(4), Code int, descript nvarchar(40))\n"
+              "create table st_checkdtl (RefNo int, PartNo varchar(20), diffQty float)\n"
+              "create table st_MonthPartCost (Period int, PartNo varchar(20), Cost decimal(18,4))\n"
+              "create table st_onHand (PartNo varchar(20), LotNo varchar(20), Qty float)\n"
+              "create table St_Lot (PartNo varchar(20), LotNo varchar(20), EffectDate datetime, RefNo int)\n");
+    // expected: the text sent; "=" for a statement without old joins, which comes back byte
+    // for byte; nullptr for one the server refuses.
+    const struct {
+        const char *name, *tsql, *expected;
+    } cases[] = {
         {"CustomerAccounts",
          "select a.CustNo, a.Type, a.NoteRefNo,a.NoteNo,b.descript ,a.bInv,a.RefDate,a.Amount,a.HadPayAmt,"
          "a.Currency   from Rp_RAcct a , Rp_TypeCodeInfo b  where a.type*=b.Code and b.type='RE' and "
@@ -113,7 +103,7 @@ TEST_F(OuterJoinRewrite, PrintsAnsiJoinsOrRefusesAsTheServerDoes) {
          "select * from Rp_RAcct a, Rp_TypeCodeInfo b where a.Type *= b.Code and b.Code *= a.Type", nullptr},
         {"AgainstAConstant", "select * from Rp_RAcct a, Rp_TypeCodeInfo b where a.Type *= 1", nullptr},
     };
-    for (const RewriteCase& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const QString text = QString::fromUtf8(c.tsql);
         if (!c.expected) {

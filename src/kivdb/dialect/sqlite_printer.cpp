@@ -6,6 +6,8 @@
 #include "dialect/tsql_scope.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <functional>
 #include <utility>
 
@@ -953,6 +955,10 @@ private:
     // The server types 12 as int, 5000000000 as numeric(10, 0), 1.50 as numeric(3, 2) and
     // 1e3 as float.
     static Typed numberLiteral(const QString& text) {
+        if (std::isinf(std::strtod(text.toLatin1().constData(), nullptr)))
+            throw SqlError(QStringLiteral("The floating point value '%1' is out of the range of computer representation (8 bytes).")
+                               .arg(quotedExcerpt(text))
+                               .toStdString());
         Typed t{text, ColumnKind::Float};
         t.literalNumber = true;
         t.literalValue = text;
@@ -1250,6 +1256,8 @@ private:
         }
         Typed result = std::move(operands.front());
         for (size_t i = 1; i < operands.size(); ++i) result = arithmetic(e.ops[i - 1], std::move(result), std::move(operands[i]));
+        // The engine's float arithmetic answers inf where the server overflows.
+        if (result.infix && result.kind == ColumnKind::Float) return {floatChecked(result.sql), result.kind};
         return {result.infix ? paren(result.sql) : result.sql, result.kind, result.numeric};
     }
 
@@ -1259,6 +1267,7 @@ private:
         return t.infix && t.infix < strength ? paren(t.sql) : t.sql;
     }
     static QString closed(const Typed& t) { return t.infix ? paren(t.sql) : t.sql; }
+    static QString floatChecked(const QString& sql) { return QStringLiteral("tsql_float(") + sql + QLatin1Char(')'); }
 
     static Typed infix(const Typed& l, const QString& op, const Typed& r, int strength, ColumnKind kind) {
         Typed t{leftOperand(l, strength) + QLatin1Char(' ') + op + QLatin1Char(' ') + closed(r), kind};
@@ -1533,6 +1542,7 @@ private:
                 if (e.distinct) return {QStringLiteral("tsql_cast_num(%1, %2, 'numeric')").arg(out, type), kind, result};
                 return {QStringLiteral("tsql_%1(%2, %3)").arg(name, arg, type), kind, result};
             }
+            if (total && kind == ColumnKind::Float) return {floatChecked(out), kind};
             return {out, kind, name == QLatin1String("max") || name == QLatin1String("min") ? args[0].numeric : NumericType{}};
         }
         if (name == QLatin1String("datalength")) {

@@ -95,6 +95,14 @@ INSTANTIATE_TEST_SUITE_P(
     Overflows, ExactNumbers,
     ::testing::Values(
         NumberCase{"IntPlusInt", "select 2147483647 + 1", "Arithmetic overflow error converting expression to data type int."},
+        NumberCase{"FloatProduct", "update Acct set Ratio = 1e308 update Acct set Ratio = Ratio * 10",
+                   "Arithmetic overflow error converting expression to data type float."},
+        NumberCase{"FloatSum", "update Acct set Ratio = 1e308 insert into Acct (id, Ratio) values (2, 1e308) select sum(Ratio) from Acct",
+                   "Arithmetic overflow error converting expression to data type float."},
+        NumberCase{"FloatQuotient", "select 1e308 / 1e-10", "Arithmetic overflow error converting expression to data type float."},
+        NumberCase{"FloatLiteral", "select 1e999",
+                   "The floating point value '1e999' is out of the range of computer representation (8 bytes)."},
+        NumberCase{"FloatWithinRange", "update Acct set Ratio = 1e308 select Ratio / 10 * 10 - 1e308, sum(Ratio) from Acct group by Ratio", "0|1e+308"},
         NumberCase{"IntColumnTimesTwo", "select Whole * 2 from Acct",
                    "Arithmetic overflow error converting expression to data type int."},
         NumberCase{"NegativeOfTheLowestInt", "update Acct set Whole = -Whole - 1 select -Whole from Acct",
@@ -129,8 +137,9 @@ INSTANTIATE_TEST_SUITE_P(
                    "Arithmetic overflow error converting numeric to data type numeric."},
         NumberCase{"FloatIntoMoney", "update Acct set Amount = Ratio where id = 1 update Acct set Amount = 1e308",
                    "Arithmetic overflow error converting expression to data type money."},
+        // The float product overflows before anything reaches the money column.
         NumberCase{"InfinityIntoMoney", "update Acct set Amount = 1e308 * 10",
-                   "Arithmetic overflow error converting expression to data type money."},
+                   "Arithmetic overflow error converting expression to data type float."},
         NumberCase{"SmallmoneyRange", "update Acct set Small = 214748.3648",
                    "Arithmetic overflow error converting expression to data type smallmoney."},
         NumberCase{"DecimalDividedByZero", "select Amount / 0 from Acct", "Divide by zero error encountered."}));

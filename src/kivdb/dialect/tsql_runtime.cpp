@@ -348,9 +348,23 @@ bool numberArg(sqlite3_context* ctx, sqlite3_value* v, const QString& target, Nu
     }
 }
 
+// A float result: beyond the double's range (inf) or no number at all is the server's
+// overflow, never a value that is stored and fails later reads.
+void resultFloat(sqlite3_context* ctx, double d) {
+    if (!std::isfinite(d))
+        return resultError(ctx, QStringLiteral("Arithmetic overflow error converting expression to data type float."));
+    sqlite3_result_double(ctx, d);
+}
+
 void resultNumber(sqlite3_context* ctx, const Number& n) {
     if (n.isInteger) sqlite3_result_int64(ctx, n.i);
-    else sqlite3_result_double(ctx, n.d);
+    else resultFloat(ctx, n.d);
+}
+
+// tsql_float(x): the engine's own float arithmetic and sums, checked for overflow.
+void tsqlFloat(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_FLOAT) return resultFloat(ctx, sqlite3_value_double(argv[0]));
+    sqlite3_result_value(ctx, argv[0]);
 }
 
 // The numeric type a text operand converts to: that of the other operand.
@@ -393,7 +407,7 @@ void tsqlDiv(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
             return resultError(ctx, QStringLiteral("Arithmetic overflow error converting expression to data type bigint."));
         return sqlite3_result_int64(ctx, a.i / b.i);  // truncates toward zero, as the server does
     }
-    sqlite3_result_double(ctx, a.asDouble() / b.asDouble());
+    resultFloat(ctx, a.asDouble() / b.asDouble());
 }
 
 void tsqlMod(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
@@ -863,6 +877,7 @@ const FunctionDef kFunctions[] = {
     {"tsql_add", -1, tsqlAdd, true},
     {"tsql_xor", -1, tsqlXor, true},
     {"tsql_int", 1, tsqlInt, true},
+    {"tsql_float", 1, tsqlFloat, true},
     {"tsql_len", 1, tsqlLen, true},
     {"tsql_charindex", 2, tsqlCharindex, true},
     {"tsql_charindex", 3, tsqlCharindex, true},

@@ -258,9 +258,8 @@ TEST_F(SampleData, LinesUseTheirPartsUnitsWithTheUnitsConversion) {
         rules.push_back(
             {table + QStringLiteral(" conversion"),
              QStringLiteral(
-                 "select d.RefNo, d.LineId from %1 d left join Bs_PartUnit u on u.PartNo = d.PartNo "
-                 "and u.Unit = d.Unit where coalesce(u.ExRate, 1) <> d.slsize or "
-                 "coalesce(u.Factor, 1) <> d.Factor")
+                 "select d.RefNo, d.LineId from %1 d left join Bs_PartUnit u on u.PartNo = d.PartNo and u.Unit "
+                 "= d.Unit where coalesce(u.ExRate, 1) <> d.slsize or coalesce(u.Factor, 1) <> d.Factor")
                  .arg(table)});
     expectNoneBroken(rules);
 }
@@ -273,29 +272,23 @@ TEST_F(SampleData, QuantitiesAndAmountsAddUp) {
          "d.RefNo = h.RefNo) union all select h.RefNo from Rp_PDisc h where h.Amount <> (select "
          "sum(d.Amount) from rp_PDiscDtl d where d.RefNo = h.RefNo)"},
         {"job components issued less returned",
-         "select b.RefJobNo, b.CompNo from pl_JbBom b where abs(b.IssuedQty + b.AddIssQty - "
-         "(select coalesce(sum(i.Qty * i.slsize / i.Factor), 0) from pm_IssWipDtl i where i.RefJobNo = "
-         "b.RefJobNo "
-         "and i.PartNo = b.CompNo) + (select coalesce(sum(r.Qty * r.slsize / r.Factor), 0) from "
-         "pm_IssWipRtnDtl r "
+         "select b.RefJobNo, b.CompNo from pl_JbBom b where abs(b.IssuedQty + b.AddIssQty - (select "
+         "coalesce(sum(i.Qty * i.slsize / i.Factor), 0) from pm_IssWipDtl i where i.RefJobNo = b.RefJobNo and "
+         "i.PartNo = b.CompNo) + (select coalesce(sum(r.Qty * r.slsize / r.Factor), 0) from pm_IssWipRtnDtl r "
          "where r.RefJobNo = b.RefJobNo and r.PartNo = b.CompNo)) > 0.0001"},
         {"job components planned from the usage",
          "select b.RefJobNo, b.CompNo from pl_JbBom b join pl_jbmain j on j.RefNo = b.RefJobNo "
          "where abs(b.PlanIssQty - j.ProdQty * b.Qtyper / b.Factor) > 0.0001"},
         {"job components follow the bill of the job's version",
          "select b.RefJobNo, b.CompNo from pl_JbBom b join pl_jbmain j on j.RefNo = b.RefJobNo where not "
-         "exists "
-         "(select 1 from en_bom e where e.ProdNo = j.ProdNo and e.Version = j.ProdVersion and e.CompNo = "
-         "b.CompNo "
-         "and e.Qtyper = b.Qtyper)"},
+         "exists (select 1 from en_bom e where e.ProdNo = j.ProdNo and e.Version = j.ProdVersion and e.CompNo "
+         "= b.CompNo and e.Qtyper = b.Qtyper)"},
         {"jobs' finished quantity",
          "select j.RefNo from pl_jbmain j where abs(j.ReadyQty - (select coalesce(sum(f.Qty), 0) from "
-         "pm_FinRepDtl f "
-         "where f.RefJobNo = j.RefNo)) > 0.0001"},
+         "pm_FinRepDtl f where f.RefJobNo = j.RefNo)) > 0.0001"},
         {"invoiced within the quantity",
          "select RefNo, LineId from sl_ShipDtl where InvQty > Qty union all select RefNo, LineId from "
-         "Po_RecvDtl "
-         "where InvQty > Qty"},
+         "Po_RecvDtl where InvQty > Qty"},
     };
     // A line quantity kept on order lines, from the lines of the notes that carry it out.
     const char* const carriedOut[][5] = {
@@ -406,8 +399,7 @@ TEST_F(SampleData, BatchesLotsAndSerialsFollowTheirParts) {
          "st_OnHandAndBatchNoAndLotNo except select PartNo, BatchNo, LotNo, Location, Qty from St_onhand"},
         {"picker rows carry their lot's date",
          "select b.PartNo, b.LotNo from st_OnHandAndBatchNoAndLotNo b left join st_Lot l on l.PartNo = "
-         "b.PartNo and "
-         "l.LotNo = b.LotNo where coalesce(l.EffectDate, '') <> coalesce(b.EffectDate, '')"},
+         "b.PartNo and l.LotNo = b.LotNo where coalesce(l.EffectDate, '') <> coalesce(b.EffectDate, '')"},
         {"lots in stock are known",
          "select PartNo, LotNo from St_onhand o where LotNo <> '00' and not exists "
          "(select 1 from st_Lot l where l.PartNo = o.PartNo and l.LotNo = o.LotNo)"},
@@ -422,8 +414,7 @@ TEST_F(SampleData, BatchesLotsAndSerialsFollowTheirParts) {
          "where p.bEffectProc = 1 and l.EffectDate is null"},
         {"serials in stock match on-hand",
          "select o.PartNo, o.Location from St_onhand o join Bs_ProdList p on p.PartNo = o.PartNo where "
-         "p.SerialControl = 1 and o.Qty <> (select count(*) from St_PartSerial s where s.PartNo = o.PartNo "
-         "and "
+         "p.SerialControl = 1 and o.Qty <> (select count(*) from St_PartSerial s where s.PartNo = o.PartNo and "
          "s.Location = o.Location)"},
         {"serials only for serial parts",
          "select s.SerialNo from St_PartSerial s join Bs_ProdList p on "
@@ -454,8 +445,7 @@ TEST_F(SampleData, PeriodsCloseInOrderAroundOneOpeningPeriod) {
     expectNoneBroken({
         {"one opening period", "select count(*) from Ac_AccYm where iniFlag = 1 having count(*) <> 1"},
         {"the twelve months of 2006",
-         "select count(*) from Ac_AccYm where Period between 200601 and 200612 "
-         "having count(*) <> 12"},
+         "select count(*) from Ac_AccYm where Period between 200601 and 200612 having count(*) <> 12"},
         {"a closed month of 2006",
          "select 1 where not exists (select 1 from Ac_AccYm where Period > 200600 and AcctStatus = 1)"},
         {"an open month", "select 1 where not exists (select 1 from Ac_AccYm where AcctStatus = 0)"},
@@ -516,9 +506,8 @@ TEST_F(SampleData, ApprovalsFollowTheConfiguredLevelsAndApprovers) {
          "r.BillId group by r.BillId, r.RefNo, b.CheckLevel having count(*) <> b.CheckLevel"},
         {"approved by the level's approver",
          "select r.BillId, r.RefNo, r.CheckLevel from Bs_BillCheckRec r where r.Checked = 1 and not exists "
-         "(select 1 "
-         "from Bs_BillCheckUser u where u.BillId = r.BillId and u.CheckLevel = r.CheckLevel and u.CheckUser "
-         "= r.CheckUser)"},
+         "(select 1 from Bs_BillCheckUser u where u.BillId = r.BillId and u.CheckLevel = r.CheckLevel and "
+         "u.CheckUser = r.CheckUser)"},
         {"a note waiting for approval",
          "select 1 where not exists (select 1 from Bs_BillCheckRec where Checked = 0)"},
     };

@@ -54,7 +54,8 @@ TEST(KivfuncDates, NextMonthDateClipsToMonthEnd) {
         {{QDate(2006, 1, 15), QTime(18, 30)}, {QDate(2006, 2, 15), QTime(18, 30)}},
         {{QDate(1899, 11, 30), QTime(6, 0)}, {QDate(1899, 12, 30), QTime(6, 0)}},
     };
-    for (const auto& [from, to] : cases) EXPECT_EQ(fromOleDate(NextMonthDate(toOleDate(from))), to);
+    for (const auto& [from, to] : cases)
+        EXPECT_EQ(fromOleDate(NextMonthDate(toOleDate(from))), to) << from.toString(Qt::ISODate).toStdString();
     EXPECT_EQ(NextMonthDate(0), 0);
     EXPECT_THROW(NextMonthDate(encodeOleDate(9999, 12, 1)), DateConversionError);
 }

@@ -43,6 +43,7 @@ TEST(KivfuncForms, CentredOverTheOwnerOrTheScreenAndKeptOnIt) {
         {true, {area.width() + 50, 100}, {area.left(), owner.frameGeometry().center().y() - 49}},
     };
     for (const auto& [owned, size, topLeft] : cases) {
+        SCOPED_TRACE(::testing::Message() << (owned ? "owned, " : "alone, ") << size.width() << " wide");
         QDialog form(owned ? &owner : nullptr);
         form.resize(size);
         SetFormPOsition(&form);

@@ -13,6 +13,7 @@ namespace {
 
 TEST(MessageSink, ConsoleWritesOneLinePerMessageAndAnswersAsPreset) {
     for (bool answer : {false, true}) {
+        SCOPED_TRACE(answer ? "answering yes" : "answering no");
         char* buffer = nullptr;
         size_t size = 0;
         std::FILE* out = open_memstream(&buffer, &size);
@@ -46,7 +47,9 @@ TEST(MessageSink, WidgetBoxesShowChineseCaptionsAndAnswerYesOnlyForYes) {
         {ask, "确认", yesNo, key(Qt::Key_Return), false},  // no is the default
     };
     WidgetMessageSink sink;
+    int row = 0;
     for (const auto& [call, caption, buttons, act, answer] : cases) {
+        SCOPED_TRACE(::testing::Message() << "row " << row++);
         QStringList seen;
         testing_gui::whenModal([&](QWidget* modal) {
             auto* box = qobject_cast<Box*>(modal);

@@ -17,7 +17,7 @@ TEST(OleDate, ConvertsBothWays) {
     };
     for (const auto& [value, dateTime] : cases) {
         EXPECT_EQ(fromOleDate(value), dateTime) << value;
-        EXPECT_DOUBLE_EQ(toOleDate(dateTime), value);
+        EXPECT_DOUBLE_EQ(toOleDate(dateTime), value) << dateTime.toString(Qt::ISODateWithMs).toStdString();
     }
     EXPECT_DOUBLE_EQ(toOleDate(QDate(2006, 3, 1)), 38777.0);
     EXPECT_DOUBLE_EQ(toOleDate(QDate()), 0.0);
