@@ -135,6 +135,8 @@ TEST(TsqlBuiltins, GiveTheServersValues) {
         {"select convert(datetime, 'Mar 31 2006  8:05PM'), convert(datetime, convert(varchar, d)), "
          "isdate('February 29, 2006'), convert(datetime, '2006-03-31 12:30 am') from B where n = 7",
          "2006-03-31 20:05:00|2006-03-31 08:05:00|0|2006-03-31 00:30:00"},
+        // An integer too long for its text.
+        {"select convert(varchar(5), 123456), convert(varchar(5), n * 1000), convert(char(2), 12) from B where n = 7", "*|7000|12"},
         {"select len(newid()), count(distinct x) from (select newid() x union all select newid()) t", "36|2"},
         {"update B set n = n where n > 0 select @@rowcount", "1"},
         {"insert into B (n) values (9) select @@identity, scope_identity()", "3|3"},
@@ -194,6 +196,7 @@ TEST(TsqlBuiltins, RaiseTheServersErrors) {
         {"select x.n from B", "The multi-part identifier \"x.n\" could not be bound."},
         {"select @x", "Must declare the scalar variable \"@x\"."},
         {"select @@spid", "Must declare the scalar variable \"@@spid\"."},
+        {"select convert(nvarchar(2), 123)", "Arithmetic overflow error converting expression to data type nvarchar."},
         {"select substring('abc', 9223372036854775807, 2)",
          "Arithmetic overflow error converting expression to data type int."},
         {"select substring('abc', 1, -1)", "Invalid length parameter passed to the substring function."},

@@ -836,7 +836,13 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
         }
         // convert(varchar, x) without a length means 30 characters.
         const int limit = length == -1 && type != QLatin1String("text") ? 30 : length;
-        if (limit > 0 && s.size() > limit) s.truncate(limit);
+        if (limit > 0 && s.size() > limit) {
+            // An integer too long for its text is '*' in char and varchar, an error in nchar and nvarchar.
+            if (vt == SQLITE_INTEGER && source == 0 && type.startsWith(u'n'))
+                return resultError(ctx, QStringLiteral("Arithmetic overflow error converting expression to data type %1.").arg(type));
+            if (vt == SQLITE_INTEGER && source == 0) return resultText(ctx, QStringLiteral("*"));
+            s.truncate(limit);
+        }
         return resultText(ctx, s);
     }
     if (type == QLatin1String("float") || type == QLatin1String("real")) {
