@@ -286,7 +286,7 @@ TEST_F(CliTest, FailuresPrintOneErrorLineAndExitNonZero) {
         QString errFirstLine;
     };
     const Case cases[] = {
-        {{"sql", "--db", db_, "select * from nosuch"}, 1, QStringLiteral("error: no such table: nosuch")},
+        {{"sql", "--db", db_, "select * from nosuch"}, 1, QStringLiteral("error: Invalid object name 'nosuch'.")},
         {{"sql", "--db", db_, "   "}, 1, QStringLiteral("error: Command text was not set for the command object.")},
         {{"sql", "--db", missing, "select 1"}, 1, QStringLiteral("error: database file not found: ") + missing},
         // A malformed command line is a usage error, told apart by its status.

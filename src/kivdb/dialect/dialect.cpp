@@ -105,6 +105,28 @@ QString serverMessage(const QString& engineMessage) {
         return QLatin1String(kNestedTooDeeply) +
                QStringLiteral(" The embedded database nests subqueries about 10 levels deep (the server 32) and "
                               "takes about 1000 operators in one expression.");
+    // The engine's own words for a name it does not know, in the server's.
+    struct Wording {
+        const char* enginePrefix;
+        const char* server;     // %1: the name
+        const char* qualified;  // for a name with its table's, when it reads otherwise
+    };
+    static const Wording kWordings[] = {
+        {"no such table: ",         "Invalid object name '%1'.",                          nullptr},
+        {"no such column: ",        "Invalid column name '%1'.",                          "The multi-part identifier \"%1\" could not be bound."},
+        {"no such function: ",      "'%1' is not a recognized built-in function name.",   nullptr},
+        {"ambiguous column name: ", "Ambiguous column name '%1'.",                        nullptr},
+    };
+    for (const Wording& w : kWordings) {
+        if (!engineMessage.startsWith(QLatin1String(w.enginePrefix))) continue;
+        const QString name = quotedExcerpt(engineMessage.mid(qsizetype(qstrlen(w.enginePrefix))));
+        const bool qualified = w.qualified && name.contains(QLatin1Char('.'));
+        return QString::fromLatin1(qualified ? w.qualified : w.server).arg(name);
+    }
+    static const QRegularExpression syntaxError(QStringLiteral("^near \"(.*)\": syntax error$"),
+                                                QRegularExpression::DotMatchesEverythingOption);
+    if (const auto m = syntaxError.match(engineMessage); m.hasMatch())
+        return QStringLiteral("Incorrect syntax near '%1'.").arg(quotedExcerpt(m.captured(1)));
     return engineMessage;
 }
 

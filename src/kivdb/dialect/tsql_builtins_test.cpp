@@ -194,6 +194,10 @@ TEST(TsqlBuiltins, RaiseTheServersErrors) {
         {"select convert(datetime, -54000)", "Arithmetic overflow error converting expression to data type datetime."},
         {"select nosuch from B", "Invalid column name 'nosuch'."},
         {"select x.n from B", "The multi-part identifier \"x.n\" could not be bound."},
+        // Names the engine itself finds unknown or ambiguous, in the server's words.
+        {"select day", "Invalid column name 'day'."},
+        {"select d from B, B b2", "Ambiguous column name 'd'."},
+        {"select * from NoSuch", "Invalid object name 'NoSuch'."},
         {"select @x", "Must declare the scalar variable \"@x\"."},
         {"select @@spid", "Must declare the scalar variable \"@@spid\"."},
         {"select convert(nvarchar(2), 123)", "Arithmetic overflow error converting expression to data type nvarchar."},

@@ -318,7 +318,7 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorCase{"LiteralNotANumber", "select 1 from Rp_RAcct where Type = 'abc'",
                   "Conversion failed when converting the varchar value 'abc' to data type int."},
         ErrorCase{"BadDateText", "select year('notadate')", "Conversion failed when converting date"},
-        ErrorCase{"UnknownTable", "select 1 from NoSuchTable", "no such table"},
+        ErrorCase{"UnknownTable", "select 1 from NoSuchTable", "Invalid object name 'NoSuchTable'."},
         ErrorCase{"ExplicitIdentityValue", "insert into pl_jbmain (RefNo, slordno) values (9, 'x')",
                   "Cannot insert explicit value for identity column"},
         ErrorCase{"NestedTooDeeply", "select 1 where 1 = ((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((("

@@ -130,15 +130,15 @@ TEST_F(SqliteConnectionTest, FailuresCarrySqliteMessageAndLeaveNothingBehind) {
     };
     const Case cases[] = {
         {"selec 1", "Incorrect syntax near 'selec'."},  // refused by the dialect, as the server words it
-        {"select * from nosuch", "no such table: nosuch"},
+        {"select * from nosuch", "Invalid object name 'nosuch'."},
         {"insert into note (qty) values (1)", "NOT NULL constraint failed: note.code"},
         {"insert into note_line values ('nosuch')", "FOREIGN KEY constraint failed"},
         // The first insert of a text that fails later is undone with it.
-        {"insert into note (code) values ('half'); insert into nosuch values (1)", "no such table: nosuch"},
+        {"insert into note (code) values ('half'); insert into nosuch values (1)", "Invalid object name 'nosuch'."},
         {"insert into note (code) values ('half'); insert into note (qty) values (1)",
          "NOT NULL constraint failed: note.code"},
         {"insert into note (code) values ('half'); select code from note; select * from nosuch",
-         "no such table: nosuch"},
+         "Invalid object name 'nosuch'."},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.text);
