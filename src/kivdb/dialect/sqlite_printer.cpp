@@ -1441,7 +1441,8 @@ private:
                          value.sql, style,
                          value.kind == ColumnKind::DateTime ? QStringLiteral("1")
                          : value.kind == ColumnKind::Money  ? QStringLiteral("2")
-                                                            : QStringLiteral("0")),
+                         : value.kind == ColumnKind::Decimal ? QStringLiteral("3")
+                                                             : QStringLiteral("0")),
                   target.kind};
         out.national = isNationalType(e.type);
         return out;

@@ -113,7 +113,8 @@ TEST(TsqlBuiltins, GiveTheServersValues) {
          "isnumeric(null), isnumeric(12), isnumeric('1,000'), isnumeric('-'), isnumeric(' 7 '), isnumeric('1e')",
          "1|0|1|1|0|0|1|1|1|1|0"},
         {"select isdate('2006-02-28'), isdate('2006-02-30'), isdate('abc'), isdate(null), isdate('1752-12-31'), "
-         "isdate('20060101 10:00'), isdate(20060101)", "1|0|0|0|0|1|1"},
+         "isdate('20060101 10:00'), isdate(20060101), isdate('2006'), isdate(2006), convert(datetime, '2006')",
+         "1|0|0|0|0|1|1|1|1|2006-01-01 00:00:00"},
         // Date styles, from datetime to text.
         {"select convert(varchar, d, 0), convert(varchar, d, 1), convert(varchar, d, 2), convert(varchar, d, 3), "
          "convert(varchar, d, 5), convert(varchar, d, 8), convert(varchar, d, 10), convert(varchar, d, 11), "
@@ -201,6 +202,9 @@ TEST(TsqlBuiltins, RaiseTheServersErrors) {
         {"select @x", "Must declare the scalar variable \"@x\"."},
         {"select @@spid", "Must declare the scalar variable \"@@spid\"."},
         {"select convert(nvarchar(2), 123)", "Arithmetic overflow error converting expression to data type nvarchar."},
+        {"select convert(varchar(3), 123.45)", "Arithmetic overflow error converting numeric to data type varchar."},
+        {"select convert(varchar(3), convert(money, 1234.5))", "Arithmetic overflow error converting expression to data type varchar."},
+        {"select convert(char(3), 12345e0)", "Arithmetic overflow error converting expression to data type char."},
         {"select substring('abc', 9223372036854775807, 2)",
          "Arithmetic overflow error converting expression to data type int."},
         {"select substring('abc', 1, -1)", "Invalid length parameter passed to the substring function."},

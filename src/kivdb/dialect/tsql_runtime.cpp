@@ -189,6 +189,9 @@ std::optional<DateTimeParts> parseDateTime(const QString& text) {
         p.year = i == 8 ? year / 10000 : year / 10000 + (year / 10000 < 50 ? 2000 : 1900);
         p.month = year / 100 % 100;
         p.day = year % 100;
+    } else if (i == 4 && i == s.size()) {  // a year alone is its first of January
+        p.year = year;
+        p.month = p.day = 1;
     } else if (i == 4 && i < s.size() && (s[i] == u'-' || s[i] == u'/' || s[i] == u'.')) {
         const QChar sep = s[i++];
         p.year = year;
@@ -812,7 +815,7 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
     const int length = sqlite3_value_int(argv[1]);
     const bool styled = sqlite3_value_type(argv[4]) != SQLITE_NULL;
     const int style = styled ? sqlite3_value_int(argv[4]) : 0;
-    // What the value was before it was stored: 1 a date, 2 money, 0 anything else.
+    // What the value was before it was stored: 1 a date, 2 money, 3 decimal, 0 anything else.
     const int source = sqlite3_value_int(argv[5]);
     const bool valueIsDate = source == 1;
 
@@ -837,10 +840,14 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
         // convert(varchar, x) without a length means 30 characters.
         const int limit = length == -1 && type != QLatin1String("text") ? 30 : length;
         if (limit > 0 && s.size() > limit) {
-            // An integer too long for its text is '*' in char and varchar, an error in nchar and nvarchar.
-            if (vt == SQLITE_INTEGER && source == 0 && type.startsWith(u'n'))
+            // An integer too long for its text is '*' in char and varchar; an integer in nchar
+            // and nvarchar, and any other number, is an error. Only text is cut.
+            const bool integer = vt == SQLITE_INTEGER && source == 0;
+            if (integer && !type.startsWith(u'n')) return resultText(ctx, QStringLiteral("*"));
+            if (source == 3)
+                return resultError(ctx, QStringLiteral("Arithmetic overflow error converting numeric to data type %1.").arg(type));
+            if (integer || source == 2 || vt == SQLITE_FLOAT)
                 return resultError(ctx, QStringLiteral("Arithmetic overflow error converting expression to data type %1.").arg(type));
-            if (vt == SQLITE_INTEGER && source == 0) return resultText(ctx, QStringLiteral("*"));
             s.truncate(limit);
         }
         return resultText(ctx, s);
