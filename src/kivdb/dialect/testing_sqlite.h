@@ -30,6 +30,16 @@ public:
     // from the translator, std::runtime_error with SQLite's message from the engine.
     QStringList run(const QString& tsql) { return runSqlite(translateToSqlite(tsql, *catalog_)); }
 
+    // The rows a statement answers, or its error as the one line "error: <message>", so a
+    // table of cases compares either with one expectation.
+    QStringList answer(const QString& tsql) {
+        try {
+            return run(tsql);
+        } catch (const std::exception& e) {
+            return {QStringLiteral("error: ") + QString::fromUtf8(e.what())};
+        }
+    }
+
     // The error a statement raises, from the translator or the engine; empty when it runs.
     std::string errorOf(const QString& tsql) {
         try {
