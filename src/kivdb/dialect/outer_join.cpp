@@ -272,6 +272,17 @@ void rewriteOldOuterJoins(Statement& statement, const Catalog& catalog) {
         auto visit = [&](SelectStmt& sub) { rewriteOldOuterJoins(sub, catalog, &scope); };
         if (statement.where) forEachSubquery(*statement.where, visit);
         for (auto& a : statement.assignments) forEachSubquery(*a.second, visit);
+        // The statement's own FROM list and condition join as a select's do.
+        if (!statement.from.empty()) {
+            SelectCore core;
+            core.from = std::move(statement.from);
+            core.where = std::move(statement.where);
+            Scope own(catalog, nullptr);
+            own.addSources(core.from);
+            rewriteCore(core, own);
+            statement.from = std::move(core.from);
+            statement.where = std::move(core.where);
+        }
     }
     for (auto& row : statement.values)
         for (auto& v : row) forEachSubquery(*v, [&](SelectStmt& sub) { rewriteOldOuterJoins(sub, catalog, nullptr); });

@@ -725,54 +725,87 @@ private:
         return out + QStringLiteral(" VALUES ") + rows.join(QStringLiteral(", "));
     }
 
-    // T-SQL names the target of update/delete ... from by a name or alias of its FROM list.
-    struct Target {
-        QString table;
-        QString alias;
-    };
-    Target findTarget(const Statement& s, std::vector<const TableSource*>& rest) {
-        // By its exposed name first; else the one reference to the table, aliased or not.
-        const TableSource* match = nullptr;
-        for (const auto& source : s.from)
-            if (source->kind == TableSource::Table && source->exposedName().compare(s.table, Qt::CaseInsensitive) == 0)
-                match = source.get();
-        if (!match) {
-            int references = 0;
-            for (const auto& source : s.from)
-                if (source->kind == TableSource::Table && source->name.compare(s.table, Qt::CaseInsensitive) == 0) {
-                    match = source.get();
-                    ++references;
-                }
-            if (references > 1) match = nullptr;
+    // T-SQL's update/delete ... from names its target by an alias of the FROM list, or by the
+    // name of an unaliased table there, or else by the name of the one reference to that
+    // table. Joins count: the target may sit anywhere in a join tree. Null when the target is
+    // not in the FROM list, which then reads as crossed with it.
+    static void tablesOf(const TableSource& source, std::vector<const TableSource*>& out) {
+        if (source.kind == TableSource::Join) {
+            tablesOf(*source.left, out);
+            tablesOf(*source.right, out);
+        } else if (source.kind == TableSource::Table) {
+            out.push_back(&source);
         }
-        for (const auto& source : s.from)
-            if (source.get() != match) rest.push_back(source.get());
-        return match ? Target{match->name, match->alias} : Target{s.table, {}};
+    }
+    static const TableSource* findTarget(const Statement& s) {
+        std::vector<const TableSource*> tables;
+        for (const auto& source : s.from) tablesOf(*source, tables);
+        for (const TableSource* t : tables)
+            if (t->exposedName().compare(s.table, Qt::CaseInsensitive) == 0) return t;
+        const TableSource* match = nullptr;
+        for (const TableSource* t : tables)
+            if (t->name.compare(s.table, Qt::CaseInsensitive) == 0) {
+                if (match) return nullptr;
+                match = t;
+            }
+        return match;
+    }
+
+    // The rows of the target that the FROM list and the condition find, as a select of the
+    // target instance's rowid and of the items that items() prints in the FROM list's scope.
+    template <typename Items>
+    QString targetRows(const Statement& s, const TableSource* target, Items items) {
+        Scope scope(catalog_, nullptr);
+        QStringList sources;
+        if (!target) {
+            scope.addTable(s.table, s.table);
+            sources << quoteName(s.table);
+        }
+        for (const auto& source : s.from) scope.addSource(*source);
+        for (const auto& source : s.from) sources << sourceText(*source, scope);
+        const QString exposed = target ? target->exposedName() : s.table;
+        QStringList columns{quoteName(exposed) + QStringLiteral(".rowid AS \"tsql_rowid\"")};
+        columns << items(scope);
+        QString out = QStringLiteral("SELECT ") + columns.join(QStringLiteral(", ")) + QStringLiteral(" FROM ") +
+                      sources.join(QStringLiteral(", "));
+        if (s.where) out += QStringLiteral(" WHERE ") + condition(*s.where, scope);
+        return out;
     }
 
     QString update(const Statement& s) {
-        std::vector<const TableSource*> rest;
-        const Target target = findTarget(s, rest);
-        Scope scope(catalog_, nullptr);
-        scope.addTable(target.alias.isEmpty() ? target.table : target.alias, target.table);
-        for (const TableSource* r : rest) scope.addSource(*r);
-        QString out = QStringLiteral("UPDATE ") + quoteName(target.table);
-        if (!target.alias.isEmpty()) out += QStringLiteral(" AS ") + quoteName(target.alias);
+        const TableSource* target = findTarget(s);
+        const QString table = target ? target->name : s.table;
         QStringList names;
         for (const auto& a : s.assignments) names << a.first;
-        const auto targets = targetColumns(target.table, names);
+        const auto targets = targetColumns(table, names);
+        auto value = [&](size_t i, const Scope& scope) {
+            return storedValue(*s.assignments[i].second, scope, i < targets.size() ? targets[i] : CatalogColumn{});
+        };
         QStringList sets;
-        for (size_t i = 0; i < s.assignments.size(); ++i)
-            sets << quoteName(s.assignments[i].first) + QStringLiteral(" = ") +
-                        storedValue(*s.assignments[i].second, scope, i < targets.size() ? targets[i] : CatalogColumn{});
-        out += QStringLiteral(" SET ") + sets.join(QStringLiteral(", "));
-        if (!rest.empty()) {
-            QStringList sources;
-            for (const TableSource* r : rest) sources << sourceText(*r, scope);
-            out += QStringLiteral(" FROM ") + sources.join(QStringLiteral(", "));
+        if (s.from.empty()) {
+            Scope scope(catalog_, nullptr);
+            scope.addTable(table, table);
+            for (size_t i = 0; i < s.assignments.size(); ++i)
+                sets << quoteName(s.assignments[i].first) + QStringLiteral(" = ") + value(i, scope);
+            QString out = QStringLiteral("UPDATE ") + quoteName(table) + QStringLiteral(" SET ") + sets.join(QStringLiteral(", "));
+            if (s.where) appendClause(out, QStringLiteral(" WHERE "), condition(*s.where, scope));
+            return out;
         }
-        if (s.where) appendClause(out, QStringLiteral(" WHERE "), condition(*s.where, scope));
-        return out;
+        // update ... from: the new values are computed per row of the FROM list, as a select
+        // would, and joined back to the target by rowid. The target is never named twice in
+        // one FROM list, so self-joins, unaliased targets and outer joins read as in a select;
+        // a target row the join finds more than once takes the values of one of them.
+        const QString rows = targetRows(s, target, [&](const Scope& scope) {
+            QStringList values;
+            for (size_t i = 0; i < s.assignments.size(); ++i)
+                values << value(i, scope) + QStringLiteral(" AS \"tsql_set_%1\"").arg(i + 1);
+            return values;
+        });
+        for (size_t i = 0; i < s.assignments.size(); ++i)
+            sets << quoteName(s.assignments[i].first) + QStringLiteral(" = \"tsql_set\".\"tsql_set_%1\"").arg(i + 1);
+        return QStringLiteral("UPDATE ") + quoteName(table) + QStringLiteral(" SET ") + sets.join(QStringLiteral(", ")) +
+               QStringLiteral(" FROM (") + rows + QStringLiteral(") AS \"tsql_set\" WHERE ") + quoteName(table) +
+               QStringLiteral(".rowid = \"tsql_set\".\"tsql_rowid\"");
     }
 
     QString deleteStatement(const Statement& s) {
@@ -783,20 +816,11 @@ private:
             if (s.where) appendClause(out, QStringLiteral(" WHERE "), condition(*s.where, scope));
             return out;
         }
-        // delete t from t, u where ...: the rows of t that the join finds.
-        std::vector<const TableSource*> rest;
-        const Target target = findTarget(s, rest);
-        const QString exposed = target.alias.isEmpty() ? target.table : target.alias;
-        Scope scope(catalog_, nullptr);
-        scope.addTable(exposed, target.table);
-        for (const TableSource* r : rest) scope.addSource(*r);
-        QStringList sources;
-        sources << quoteName(target.table) + (target.alias.isEmpty() ? QString() : QStringLiteral(" AS ") + quoteName(target.alias));
-        for (const TableSource* r : rest) sources << sourceText(*r, scope);
-        QString inner = QStringLiteral("SELECT ") + quoteName(exposed) + QStringLiteral(".rowid FROM ") +
-                        sources.join(QStringLiteral(", "));
-        if (s.where) inner += QStringLiteral(" WHERE ") + condition(*s.where, scope);
-        return QStringLiteral("DELETE FROM ") + quoteName(target.table) + QStringLiteral(" WHERE rowid IN (") + inner + QLatin1Char(')');
+        // delete t from t a join u ...: the rows of that instance of t that the join finds.
+        const TableSource* target = findTarget(s);
+        const QString table = target ? target->name : s.table;
+        return QStringLiteral("DELETE FROM ") + quoteName(table) + QStringLiteral(" WHERE rowid IN (") +
+               targetRows(s, target, [](const Scope&) { return QStringList{}; }) + QLatin1Char(')');
     }
 
     // ---- definitions

@@ -599,6 +599,49 @@ TEST_F(TsqlTranslate, NestedQueriesReachTheServersLimitOrSaySo) {
 }
 
 // Names and values that hold QString placeholders (%1, %3, %%) reach the engine as written.
+// update/delete with a FROM list touch only the rows of the target's instance there that
+// the joins and the condition find, each once.
+TEST(TsqlDmlFrom, ChangesOnlyTheRowsTheJoinFinds) {
+    struct Case {
+        const char* tsql;
+        QStringList rows;  // CustNo|Sumday|Price of Cu afterwards
+    };
+    const std::vector<Case> cases = {
+        {"delete Cu from Cu c inner join Ord o on o.CustNo = c.CustNo where o.OrdNo = 'o1'",
+         {"c2|0|20", "c3|0|30"}},
+        {"update Cu set Sumday = 30 from Cu c inner join Ord o on o.CustNo = c.CustNo",
+         {"c1|30|10", "c2|0|20", "c3|30|30"}},
+        {"update c set Sumday = o.Qty from Cu c join Ord o on o.CustNo = c.CustNo", {"c1|5|10", "c2|0|20", "c3|7|30"}},
+        {"update Cu set Sumday = o.Qty from Cu join Ord o on o.CustNo = Cu.CustNo", {"c1|5|10", "c2|0|20", "c3|7|30"}},
+        {"delete from d from Cu d join Ord o on o.CustNo = d.CustNo", {"c2|0|20"}},
+        {"delete Cu from Cu c join Ord o on o.CustNo = c.CustNo where o.Qty > 6", {"c1|0|10", "c2|0|20"}},
+        {"update Cu set Price = Price * 1.1 from Cu d join Ord o on o.CustNo = d.CustNo where o.Qty > 6",
+         {"c1|0|10", "c2|0|20", "c3|0|33"}},
+        {"update a set Sumday = b.Price from Cu a join Cu b on b.Price = a.Price + 10",
+         {"c1|20|10", "c2|30|20", "c3|0|30"}},
+        {"update c set Sumday = isnull(o.Qty, -1) from Cu c left join Ord o on o.CustNo = c.CustNo",
+         {"c1|5|10", "c2|-1|20", "c3|7|30"}},
+        {"update c set Sumday = 1 from Ord o left join Cu c on c.CustNo = o.CustNo and c.Price > 15",
+         {"c1|0|10", "c2|0|20", "c3|1|30"}},
+        {"update Cu set Sumday = 2 from Cu, Ord where Cu.CustNo = Ord.CustNo", {"c1|2|10", "c2|0|20", "c3|2|30"}},
+        {"update Cu set Sumday = 4 from Ord o where o.CustNo = Cu.CustNo", {"c1|4|10", "c2|0|20", "c3|4|30"}},
+        {"delete Cu from Cu c, Ord o where o.CustNo *= c.CustNo", {"c2|0|20"}},
+        {"update Cu set Sumday = 3 from Cu c, Ord o where c.CustNo *= o.CustNo and c.Price < 25",
+         {"c1|3|10", "c2|3|20", "c3|0|30"}},
+    };
+    for (const Case& c : cases) {
+        SqliteTestDb db;
+        db.script(
+            "create table Cu (CustNo varchar(5), Sumday int, Price decimal(9,2)) "
+            "create table Ord (OrdNo varchar(5), CustNo varchar(5), Qty int) "
+            "insert into Cu values ('c1', 0, 10) insert into Cu values ('c2', 0, 20) "
+            "insert into Cu values ('c3', 0, 30) "
+            "insert into Ord values ('o1', 'c1', 5) insert into Ord values ('o2', 'c3', 7)");
+        EXPECT_EQ(db.answer(c.tsql), QStringList{}) << c.tsql;
+        EXPECT_EQ(db.answer("select CustNo, Sumday, Price from Cu order by CustNo"), c.rows) << c.tsql;
+    }
+}
+
 TEST(TsqlPlaceholders, NamesAndValuesKeepTheirPercentSigns) {
     const struct {
         const char* setup;
