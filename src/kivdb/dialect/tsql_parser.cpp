@@ -627,15 +627,27 @@ private:
         if (acceptKeyword("as")) source->alias = name();
         else if (isName(peek())) source->alias = next().text;
         if (source->kind == TableSource::Derived && source->alias.isEmpty()) fail(peek());
-        // Table hints such as with (nolock) change nothing on the embedded engine.
-        if (peek().isKeyword("with") && peek(1).isOp("(")) {
-            next();
-            next();
-            while (!peek().isOp(")") && peek().type != TokenType::End) next();
-            expectOp(")");
-        }
+        tableHints();
         source->span.end = lastEnd();
         return source;
+    }
+
+    // Table hints, with (nolock) or the older (nolock) without with, change nothing on the
+    // embedded engine. The older form is told apart by the hint name after the parenthesis.
+    void tableHints() {
+        static const QStringList names = {"nolock", "holdlock", "updlock", "rowlock", "tablock", "tablockx",
+                                          "readpast", "readuncommitted", "readcommitted", "repeatableread",
+                                          "serializable", "paglock", "xlock", "nowait", "index", "fastfirstrow"};
+        const bool withHints = peek().isKeyword("with") && peek(1).isOp("(");
+        if (!withHints && !(peek().isOp("(") && names.contains(peek(1).text, Qt::CaseInsensitive))) return;
+        if (withHints) next();
+        expectOp("(");
+        for (int depth = 1; depth > 0;) {
+            if (peek().type == TokenType::End) fail(peek());
+            if (peek().isOp("(")) ++depth;
+            else if (peek().isOp(")")) --depth;
+            next();
+        }
     }
 
     // ---- expressions

@@ -96,6 +96,23 @@ TEST_P(TsqlRows, ReturnsTheServersRows) {
     EXPECT_EQ(rows, c.rows) << translateToSqlite(QString::fromUtf8(c.tsql), db.catalog()).toStdString();
 }
 
+// Locking and index hints, with or without with, are read and ignored.
+INSTANTIATE_TEST_SUITE_P(
+    TableHints, TsqlRows,
+    ::testing::Values(
+        RowsCase{"HintWithoutWith", "select count(*) from T_pinvhea (nolock)", {"2"}},
+        RowsCase{"HintsOnJoinedAliases",
+                 "select count(*) from T_pinvhea t (nolock, index(ix)) join T_pinvhea u (holdlock) on u.NoteNo = t.NoteNo",
+                 {"2"}},
+        RowsCase{"HintsWithNestedParentheses", "select count(*) from T_pinvhea with (nolock, index(ix))", {"2"}},
+        RowsCase{"LockHintsInACommaList", "select count(*) from T_pinvhea (readpast), Ac_AccYm a (tablock)", {"4"}},
+        RowsCase{"HintInAWhere", "select t.NoteNo from T_pinvhea t (updlock) where t.RefNo = '9'", {"T2"}},
+        RowsCase{"HintInDeleteFrom",
+                 "delete T_pinvhea from T_pinvhea t (rowlock) where t.NoteNo = 'T1' select NoteNo from T_pinvhea",
+                 {"T2"}},
+        RowsCase{"InsertColumnListIsNoHint",
+                 "insert into T_pinvhea (RefNo, NoteNo) values ('1', 'T9') select count(*) from T_pinvhea", {"3"}}));
+
 INSTANTIATE_TEST_SUITE_P(
     OldOuterJoins, TsqlRows,
     ::testing::Values(
