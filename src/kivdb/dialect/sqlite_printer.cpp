@@ -613,7 +613,8 @@ private:
             const NumericType d = digitsOf(c.kind, c.numeric);
             return QStringLiteral(" decimal_real(%1,%2)").arg(d.precision).arg(d.scale);
         }
-        case ColumnKind::DateTime: return QStringLiteral(" datetime_text COLLATE TSQL_DATE");
+        case ColumnKind::DateTime:
+            return c.minutes ? QStringLiteral(" smalldatetime_text COLLATE TSQL_DATE") : QStringLiteral(" datetime_text COLLATE TSQL_DATE");
         case ColumnKind::Bit: return QStringLiteral(" bit");
         case ColumnKind::Unknown: return QString();
         }
@@ -649,11 +650,17 @@ private:
             return QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(t.sql, exactTypeArgs(target.kind, to), sourceTypeName(t));
         }
         if (isNumeric(target.kind) && t.kind == ColumnKind::Text) t.sql = toNumber(t, target.kind);
-        // Dates are stored in one of the two date forms, whatever form the text was in.
-        // A number is days since 1900-01-01, the server's zero date.
-        if (target.kind == ColumnKind::DateTime && (t.kind == ColumnKind::Text || isNumeric(t.kind)))
-            return QStringLiteral("tsql_store_date(%1)").arg(t.sql);
-        return t.sql;
+        return storedDate(t, target).value_or(t.sql);
+    }
+
+    // Dates are stored in one of the two date forms, whatever form the text was in; a
+    // number is days since 1900-01-01, the server's zero date. A smalldatetime column
+    // takes every value to the minute.
+    static std::optional<QString> storedDate(const Typed& t, const CatalogColumn& target) {
+        if (target.kind != ColumnKind::DateTime) return std::nullopt;
+        if (target.minutes) return QStringLiteral("tsql_store_date(%1, 1)").arg(t.sql);
+        if (t.kind == ColumnKind::Text || isNumeric(t.kind)) return QStringLiteral("tsql_store_date(%1)").arg(t.sql);
+        return std::nullopt;
     }
 
     // insert ... select: the selected values converted as a store converts them, through a
@@ -673,6 +680,11 @@ private:
             Typed value{name, (*columns)[i].kind, (*columns)[i].numeric};
             const bool exact = target.kind == ColumnKind::Integer || target.kind == ColumnKind::Money || target.kind == ColumnKind::Decimal;
             const NumericType to = digitsOf(target.kind, target.numeric);
+            if (const auto date = storedDate(value, target)) {
+                values << *date;
+                converted = true;
+                continue;
+            }
             if (!exact || storesUnchanged(value, target.kind, to)) {
                 values << name;
                 continue;
@@ -845,7 +857,8 @@ private:
         for (const auto& c : s.columnDefs) {
             defs << columnSql(c, true);
             const DeclaredType d = c.identity ? DeclaredType{{}, ColumnKind::Integer, {}, {10, 0}} : declaredType(c.type);
-            columns.push_back({c.name, d.kind, c.identity, d.numeric, isNationalType(c.type)});
+            columns.push_back({c.name, d.kind, c.identity, d.numeric, isNationalType(c.type),
+                               c.type.name.compare(QLatin1String("smalldatetime"), Qt::CaseInsensitive) == 0});
         }
         Scope none(catalog_, nullptr);
         for (const auto& k : s.constraints) {
@@ -1159,6 +1172,8 @@ private:
         return t;
     }
 
+    static QString dateOfNumber(const QString& sql) { return QStringLiteral("tsql_store_date(%1)").arg(sql); }
+
     // The operand that carries the comparison's collation or numeric conversion.
     QString comparedOperand(Typed& value, const std::vector<Typed*>& others) {
         bool otherNumeric = false, otherDate = false;
@@ -1170,6 +1185,10 @@ private:
             }
             if (o->kind == ColumnKind::DateTime) otherDate = true;
         }
+        if (isNumeric(value.kind) && otherDate) return dateOfNumber(value.sql) + QStringLiteral(" COLLATE TSQL_DATE");
+        if (value.kind == ColumnKind::DateTime)
+            for (Typed* o : others)
+                if (isNumeric(o->kind)) o->sql = dateOfNumber(o->sql);
         if (isNumeric(value.kind)) {
             for (Typed* o : others)
                 if (o->kind == ColumnKind::Text) o->sql = toNumber(*o, value.kind);
@@ -1202,7 +1221,12 @@ private:
             QString left = l.sql, right = r.sql;
             if (isNumeric(l.kind) && r.kind == ColumnKind::Text) right = toNumber(r, l.kind, join);
             else if (isNumeric(r.kind) && l.kind == ColumnKind::Text) left = toNumber(l, r.kind, join);
-            else if (l.kind == ColumnKind::DateTime || r.kind == ColumnKind::DateTime) right = paren(right) + QStringLiteral(" COLLATE TSQL_DATE");
+            else if (l.kind == ColumnKind::DateTime || r.kind == ColumnKind::DateTime) {
+                // A number meets a date as that many days after 1900-01-01.
+                if (isNumeric(l.kind)) left = dateOfNumber(left);
+                if (isNumeric(r.kind)) right = dateOfNumber(right);
+                right = paren(right) + QStringLiteral(" COLLATE TSQL_DATE");
+            }
             else if (l.kind == ColumnKind::Text || r.kind == ColumnKind::Text) right = paren(right) + QStringLiteral(" COLLATE TSQL_CI");
             return {paren(left + QLatin1Char(' ') + sqlOp + QLatin1Char(' ') + right), ColumnKind::Integer};
         }
@@ -1326,6 +1350,10 @@ private:
         }
         if (op == QLatin1String("-") && l.kind == ColumnKind::DateTime && rn)
             return {QStringLiteral("tsql_date_add(%1, -(%2))").arg(l.sql, r.sql), ColumnKind::DateTime};
+        // Two dates add and subtract as day counts; the result is a date again.
+        if ((op == QLatin1String("-") || op == QLatin1String("+")) && l.kind == ColumnKind::DateTime && r.kind == ColumnKind::DateTime)
+            return {QStringLiteral("tsql_date_sum(%1, %2, %3)").arg(l.sql, r.sql, op == QLatin1String("-") ? QStringLiteral("-1") : QStringLiteral("1")),
+                    ColumnKind::DateTime};
         if (ln && r.kind == ColumnKind::Text) r.sql = toNumber(r, l.kind);
         if (rn && l.kind == ColumnKind::Text) l = Typed{toNumber(l, r.kind), l.kind};
         const bool numeric = (ln || l.kind == ColumnKind::Text) && (rn || r.kind == ColumnKind::Text) && (ln || rn);
@@ -1430,6 +1458,14 @@ private:
         Typed value = expr(*e.args[0], scope);
         const QString style = e.args.size() > 1 ? expr(*e.args[1], scope).sql : QStringLiteral("NULL");
         const DeclaredType target = declaredType(e.type);
+        // A date is its day count; an integer takes the nearest day.
+        if (value.kind == ColumnKind::DateTime && (target.kind == ColumnKind::Integer || target.kind == ColumnKind::Money ||
+                                                   target.kind == ColumnKind::Decimal || target.kind == ColumnKind::Bit)) {
+            const bool whole = target.kind == ColumnKind::Integer || target.kind == ColumnKind::Bit;
+            value.sql = QStringLiteral("tsql_date_num(%1, %2)").arg(value.sql, whole ? QStringLiteral("1") : QStringLiteral("0"));
+            value.kind = whole ? ColumnKind::Integer : ColumnKind::Float;
+            value.numeric = {};
+        }
         if (target.kind == ColumnKind::Integer || target.kind == ColumnKind::Money || target.kind == ColumnKind::Decimal)
             return {QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(value.sql, exactTypeArgs(target.kind, target.numeric), sourceTypeName(value)),
                     target.kind, target.numeric};
@@ -1565,6 +1601,13 @@ private:
         for (const auto& m : kFunctionMappings) {
             if (name != QLatin1String(m.tsql)) continue;
             arity(size_t(m.minArgs), size_t(m.maxArgs));
+            // A text function reads a date as the server's implicit conversion writes it:
+            // style 0 (Jan  5 2024  9:07PM).
+            static const QStringList measuresText = {"len", "charindex", "patindex", "ascii", "unicode"};
+            if (m.kind == ColumnKind::Text || measuresText.contains(name))
+                for (auto& a : args)
+                    if (a.kind == ColumnKind::DateTime)
+                        a = Typed{QStringLiteral("tsql_convert('varchar', 30, 0, %1, 0, 1)").arg(a.sql), ColumnKind::Text};
             Typed out = call(QLatin1String(m.sqlite), m.kind);
             if (m.kindOfArguments && !args.empty()) out.kind = args[0].kind, out.numeric = args[0].numeric;
             if (out.kind == ColumnKind::Integer && out.numeric.precision == 0) out.numeric = {10, 0};

@@ -181,9 +181,10 @@ void tsqlDatePartOf(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     resultText(ctx, QLatin1String(part->names12or7[part->months ? number - 1 : date.date().dayOfWeek() - 1]));
 }
 
-// To the second, in the stored date form; the server's milliseconds are dropped.
+// Local time in the stored date form, to the server's 1/300 seconds.
 void tsqlGetdate(sqlite3_context* ctx, int, sqlite3_value**) {
-    resultText(ctx, QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
+    const QDateTime now = QDateTime::currentDateTime();
+    resultText(ctx, formatDateTime(roundToTicks(QDateTime(now.date(), now.time(), Qt::UTC))));
 }
 
 // ---- text

@@ -116,7 +116,8 @@ std::optional<DateTimeParts> parseTime(const QString& s, int& i, DateTimeParts p
         ++i;
         p.second = digitsAt(s, i, 2);
         if (p.second < 0) return std::nullopt;
-        if (i < s.size() && s[i] == u'.') {
+        // Milliseconds after a point, or after a colon as styles 9, 13 and 14 write them.
+        if (i + 1 < s.size() && (s[i] == u'.' || s[i] == u':') && s[i + 1].isDigit()) {
             ++i;
             const int fracStart = i;
             int frac = digitsAt(s, i, 9);
@@ -141,25 +142,40 @@ std::optional<DateTimeParts> parseTime(const QString& s, int& i, DateTimeParts p
 
 namespace {
 
-// Mon dd[,] yyyy [time], as style 0 writes it: an English month name or its first letters.
-std::optional<DateTimeParts> parseMonthNameDate(const QString& s) {
+// An English month name or its first three letters or more at s[i]; 0 when none.
+int monthNameAt(const QString& s, int& i) {
     static const char* const months[] = {"january", "february", "march",     "april",   "may",      "june",
                                          "july",    "august",   "september", "october", "november", "december"};
+    const int from = i;
+    while (i < s.size() && s[i].isLetter()) ++i;
+    const QString word = s.mid(from, i - from).toLower();
+    for (int m = 0; m < 12 && word.size() >= 3; ++m)
+        if (QLatin1String(months[m]).startsWith(word)) return m + 1;
+    return 0;
+}
+
+// Mon dd[,] yyyy [time] as styles 0, 7 and 9 write it, or dd Mon yyyy [time] as styles 6
+// and 13 do; a two-digit year is one of 1950..2049.
+std::optional<DateTimeParts> parseMonthNameDate(const QString& s) {
     DateTimeParts p;
     int i = 0;
-    while (i < s.size() && s[i].isLetter()) ++i;
-    const QString word = s.left(i).toLower();
-    p.month = 0;
-    for (int m = 0; m < 12 && word.size() >= 3; ++m)
-        if (QLatin1String(months[m]).startsWith(word)) p.month = m + 1;
     auto blanks = [&] { while (i < s.size() && s[i] == u' ') ++i; };
-    blanks();
-    p.day = digitsAt(s, i, 2);
+    if (s.front().isLetter()) {
+        p.month = monthNameAt(s, i);
+        blanks();
+        p.day = digitsAt(s, i, 2);
+    } else {
+        p.day = digitsAt(s, i, 2);
+        blanks();
+        p.month = monthNameAt(s, i);
+    }
     if (i < s.size() && s[i] == u',') ++i;
     blanks();
     const int yearStart = i;
     p.year = digitsAt(s, i, 4);
-    if (p.month == 0 || p.day < 0 || i - yearStart != 4) return std::nullopt;
+    if (i - yearStart == 2) p.year += p.year < 50 ? 2000 : 1900;
+    else if (i - yearStart != 4) return std::nullopt;
+    if (p.month == 0 || p.day < 0) return std::nullopt;
     if (i < s.size()) {
         if (s[i] != u' ') return std::nullopt;
         blanks();
@@ -180,6 +196,7 @@ std::optional<DateTimeParts> parseDateTime(const QString& text) {
     int i = 0;
     const int year = digitsAt(s, i, 8);
     if (year < 0) return std::nullopt;
+    if (i <= 2 && i + 1 < s.size() && s[i] == u' ' && s[i + 1].isLetter()) return parseMonthNameDate(s);
     if (i <= 2 && i < s.size() && s[i] == u':') {  // a time alone
         i = 0;
         const auto t = parseTime(s, i, p);
@@ -221,6 +238,23 @@ bool inDateRange(const QDateTime& dt) {
     return dt.isValid() && dt.date().year() >= kFirstYear && dt.date().year() <= kLastYear;
 }
 
+// The server keeps time in 1/300 seconds: milliseconds end in 0, 3 or 7, .005 reads as .007
+// and .999 as the next second.
+QDateTime roundToTicks(const QDateTime& dt) {
+    const int msec = dt.time().msec();
+    const int ticks = (msec * 3 + 5) / 10;
+    return dt.addMSecs((ticks * 10 + 1) / 3 - msec);
+}
+
+const QDateTime& zeroDate() {
+    static const QDateTime zero(QDate(1900, 1, 1), QTime(0, 0), Qt::UTC);
+    return zero;
+}
+
+double daysSinceZero(const QDateTime& dt) {
+    return double(zeroDate().msecsTo(dt)) / 86400000.0;
+}
+
 bool dateArg(sqlite3_context* ctx, sqlite3_value* v, QDateTime& out, bool* hadTime) {
     const int type = sqlite3_value_type(v);
     if (type == SQLITE_INTEGER || type == SQLITE_FLOAT) {
@@ -231,7 +265,7 @@ bool dateArg(sqlite3_context* ctx, sqlite3_value* v, QDateTime& out, bool* hadTi
             return false;
         }
         if (hadTime) *hadTime = days != std::floor(days);
-        out = QDateTime(QDate(1900, 1, 1), QTime(0, 0), Qt::UTC).addMSecs(qint64(std::llround(days * 86400000.0)));
+        out = roundToTicks(zeroDate().addMSecs(qint64(std::llround(days * 86400000.0))));
         return true;
     }
     const QString text = textArg(v);
@@ -244,7 +278,7 @@ bool dateArg(sqlite3_context* ctx, sqlite3_value* v, QDateTime& out, bool* hadTi
         resultError(ctx, QString::fromLatin1(kDateConversionFailed));
         return false;
     }
-    out = toQDateTime(*parts);
+    out = roundToTicks(toQDateTime(*parts));
     if (!inDateRange(out)) {
         resultError(ctx, QStringLiteral("The conversion of a varchar data type to a datetime data type resulted in an "
                                         "out-of-range value."));
@@ -259,7 +293,8 @@ QString formatDateTime(const QDateTime& dt) {
     return dt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
-void resultDate(sqlite3_context* ctx, const QDateTime& dt, bool withTime) {
+void resultDate(sqlite3_context* ctx, const QDateTime& exact, bool withTime) {
+    const QDateTime dt = roundToTicks(exact);
     if (!inDateRange(dt)) return resultError(ctx, QStringLiteral("Adding a value to a 'datetime' column caused an overflow."));
     resultText(ctx, withTime ? formatDateTime(dt) : dt.date().toString(QStringLiteral("yyyy-MM-dd")));
 }
@@ -708,13 +743,52 @@ void tsqlDateAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     resultDate(ctx, dt.addMSecs(qint64(std::llround(d * 86400000.0))), hadTime || d != std::floor(d));
 }
 
-// A date as a datetime column stores it: yyyy-mm-dd, or with the time when it has one.
-// Text that is no date is refused, as the server refuses it.
-void tsqlStoreDate(sqlite3_context* ctx, int, sqlite3_value** argv) {
+// tsql_date_sum(a, b, sign): datetime plus or minus datetime, which the server computes on
+// their day counts: the difference of two dates is that many days after 1900-01-01.
+void tsqlDateSum(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
+    QDateTime a, b;
+    if (!dateArg(ctx, argv[0], a) || !dateArg(ctx, argv[1], b)) return;
+    const qint64 msecs = zeroDate().msecsTo(b);
+    resultDate(ctx, a.addMSecs(sqlite3_value_int(argv[2]) < 0 ? -msecs : msecs), true);
+}
+
+// tsql_date_num(date, whole): a date as its day count since 1900-01-01, the time a
+// fraction; whole rounds to the nearest day (noon and after is the next), as convert(int)
+// rounds it on the server.
+void tsqlDateNum(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
+    QDateTime dt;
+    if (!dateArg(ctx, argv[0], dt)) return;
+    const double days = daysSinceZero(dt);
+    if (sqlite3_value_int(argv[1]) != 0) return sqlite3_result_int64(ctx, qint64(std::floor(days + 0.5)));
+    sqlite3_result_double(ctx, days);
+}
+
+// A smalldatetime: to the nearest minute (29.999 seconds and more go up) within
+// 1900-01-01..2079-06-06 23:59. False after setting the server's out-of-range error.
+bool toSmallDateTime(sqlite3_context* ctx, sqlite3_value* source, QDateTime& dt) {
+    const QTime t = dt.time();
+    dt = QDateTime(dt.date(), QTime(t.hour(), t.minute()), Qt::UTC).addSecs(t.second() * 1000 + t.msec() >= 29999 ? 60 : 0);
+    if (dt >= zeroDate() && dt < QDateTime(QDate(2079, 6, 7), QTime(0, 0), Qt::UTC))
+        return true;
+    const int type = sqlite3_value_type(source);
+    resultError(ctx, type == SQLITE_INTEGER || type == SQLITE_FLOAT
+                         ? QStringLiteral("Arithmetic overflow error converting expression to data type smalldatetime.")
+                         : QStringLiteral("The conversion of a varchar data type to a smalldatetime data type resulted "
+                                          "in an out-of-range value."));
+    return false;
+}
+
+// tsql_store_date(value[, small]): a date as a datetime (or, with small, a smalldatetime)
+// column stores it: yyyy-mm-dd, or with the time when it has one. Text that is no date is
+// refused, as the server refuses it.
+void tsqlStoreDate(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
     bool hadTime = false;
     QDateTime dt;
     if (!dateArg(ctx, argv[0], dt, &hadTime)) return;
+    if (argc > 1 && sqlite3_value_int(argv[1]) != 0 && !toSmallDateTime(ctx, argv[0], dt)) return;
     resultText(ctx, hadTime ? formatDateTime(dt) : dt.date().toString(QStringLiteral("yyyy-MM-dd")));
 }
 
@@ -742,20 +816,64 @@ const DateStyle* findDateStyle(int style) {
     return nullptr;
 }
 
-std::optional<QString> formatDateStyle(const QDateTime& dt, int style) {
-    if (style == 0 || style == 100) {
-        static const char* const months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-        const QDate d = dt.date();
-        const QTime t = dt.time();
-        const int hour12 = t.hour() % 12 == 0 ? 12 : t.hour() % 12;
-        return QStringLiteral("%1 %2 %3 %4:%5%6")
-            .arg(QLatin1String(months[d.month() - 1]))
-            .arg(d.day(), 2, 10, QLatin1Char(' '))
-            .arg(d.year())
-            .arg(hour12, 2, 10, QLatin1Char(' '))
-            .arg(t.minute(), 2, 10, QLatin1Char('0'))
-            .arg(t.hour() < 12 ? QStringLiteral("AM") : QStringLiteral("PM"));
+// The styles with English month names (Jan), a 12-hour clock ( 9:05PM) or milliseconds
+// after a colon, filled in from their parts: %mon, %d (two digits), %sd (blank-padded day),
+// %y (two digits), %Y, %h12 (blank-padded), %H, %M, %S, %ms, %ampm.
+struct WrittenStyle {
+    int style;
+    const char* pattern;
+};
+
+const WrittenStyle kWrittenStyles[] = {
+    {0, "%mon %sd %Y %h12:%M%ampm"},           {100, "%mon %sd %Y %h12:%M%ampm"},
+    {6, "%d %mon %y"},                         {106, "%d %mon %Y"},
+    {7, "%mon %d, %y"},                        {107, "%mon %d, %Y"},
+    {9, "%mon %sd %Y %h12:%M:%S:%ms%ampm"},    {109, "%mon %sd %Y %h12:%M:%S:%ms%ampm"},
+    {13, "%d %mon %Y %H:%M:%S:%ms"},           {113, "%d %mon %Y %H:%M:%S:%ms"},
+    {14, "%H:%M:%S:%ms"},                      {114, "%H:%M:%S:%ms"},
+};
+
+QString writeStyle(const QDateTime& dt, QString pattern) {
+    static const char* const months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+    const QDate d = dt.date();
+    const QTime t = dt.time();
+    auto padded = [](int v, int width, char fill) { return QStringLiteral("%1").arg(v, width, 10, QLatin1Char(fill)); };
+    // Longer names first, so %h12 is not read as %H.
+    const std::pair<const char*, QString> fields[] = {
+        {"%mon", QLatin1String(months[d.month() - 1])},
+        {"%sd", padded(d.day(), 2, ' ')},
+        {"%h12", padded(t.hour() % 12 == 0 ? 12 : t.hour() % 12, 2, ' ')},
+        {"%ampm", t.hour() < 12 ? QStringLiteral("AM") : QStringLiteral("PM")},
+        {"%ms", padded(t.msec(), 3, '0')},
+        {"%d", padded(d.day(), 2, '0')},
+        {"%y", padded(d.year() % 100, 2, '0')},
+        {"%Y", QString::number(d.year())},
+        {"%H", padded(t.hour(), 2, '0')},
+        {"%M", padded(t.minute(), 2, '0')},
+        {"%S", padded(t.second(), 2, '0')},
+    };
+    QString out;
+    for (int i = 0; i < pattern.size();) {
+        bool matched = false;
+        for (const auto& [name, value] : fields) {
+            const QLatin1String n(name);
+            if (QStringView(pattern).mid(i).startsWith(n)) {
+                out += value;
+                i += int(n.size());
+                matched = true;
+                break;
+            }
+        }
+        if (!matched) out += pattern[i++];
     }
+    return out;
+}
+
+std::optional<QString> formatDateStyle(const QDateTime& dt, int style) {
+    for (const auto& w : kWrittenStyles)
+        if (w.style == style) return writeStyle(dt, QLatin1String(w.pattern));
+    if (style == 126)  // ISO 8601; milliseconds only when there are some
+        return dt.toString(dt.time().msec() ? QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzz") : QStringLiteral("yyyy-MM-ddTHH:mm:ss"));
     const DateStyle* s = findDateStyle(style);
     if (!s) return std::nullopt;
     return dt.toString(QLatin1String(s->format));
@@ -853,6 +971,11 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
         return resultText(ctx, s);
     }
     if (type == QLatin1String("float") || type == QLatin1String("real")) {
+        if (valueIsDate) {
+            QDateTime dt;
+            if (dateArg(ctx, value, dt)) sqlite3_result_double(ctx, daysSinceZero(dt));
+            return;
+        }
         Number n;
         if (!numberArg(ctx, value, QStringLiteral("float"), n)) return;
         return sqlite3_result_double(ctx, n.asDouble());
@@ -871,8 +994,7 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
         QDateTime out;
         if (!styledDateArg(ctx, value, styled ? std::optional<int>(style) : std::nullopt, out)) return;
         if (type == QLatin1String("date")) return resultText(ctx, out.date().toString(QStringLiteral("yyyy-MM-dd")));
-        if (type == QLatin1String("smalldatetime"))  // to the nearest minute
-            out = QDateTime(out.date(), QTime(out.time().hour(), out.time().minute())).addSecs(out.time().second() >= 30 ? 60 : 0);
+        if (type == QLatin1String("smalldatetime") && !toSmallDateTime(ctx, value, out)) return;
         return resultText(ctx, formatDateTime(out));
     }
     resultError(ctx, QStringLiteral("Type %1 is not a defined system type.").arg(type));
@@ -898,6 +1020,9 @@ const FunctionDef kFunctions[] = {
     {"tsql_right", 2, tsqlSide<false>, true},
     {"tsql_date_add", 2, tsqlDateAdd, true},
     {"tsql_store_date", 1, tsqlStoreDate, true},
+    {"tsql_store_date", 2, tsqlStoreDate, true},
+    {"tsql_date_sum", 3, tsqlDateSum, true},
+    {"tsql_date_num", 2, tsqlDateNum, true},
     {"tsql_fits", 3, tsqlFits, true},
     {"tsql_convert", 6, tsqlConvert, true},
 };
