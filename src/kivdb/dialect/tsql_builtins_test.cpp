@@ -247,6 +247,7 @@ TEST(TsqlDates, AnswerAsTheServer) {
          "convert(datetime, '2024-01-01 10:00:00.005'), convert(datetime, '2024-01-01 10:00:59.999')",
          "2024-01-01 10:00:00|2024-01-01 10:00:00.003|2024-01-01 10:00:00.007|2024-01-01 10:01:00"},
         {"select convert(datetime, '9999-12-31 23:59:59.999')", outOfRange},
+        {"select count(*) where convert(datetime, '2024-01-01 10:00:00.005') = '2024-01-01 10:00:00.006'", "1"},
         {"select case when datepart(ms, getdate()) % 10 in (0, 3, 7) then 1 else 0 end", "1"},
         // smalldatetime: to the minute, 29.999 seconds up; within 1900-01-01..2079-06-06 23:59.
         {"select Due from Aging order by id", "2024-01-01 10:00:00;2024-01-01 10:01:00"},

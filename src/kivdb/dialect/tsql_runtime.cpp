@@ -238,12 +238,13 @@ bool inDateRange(const QDateTime& dt) {
     return dt.isValid() && dt.date().year() >= kFirstYear && dt.date().year() <= kLastYear;
 }
 
-// The server keeps time in 1/300 seconds: milliseconds end in 0, 3 or 7, .005 reads as .007
-// and .999 as the next second.
-QDateTime roundToTicks(const QDateTime& dt) {
-    const int msec = dt.time().msec();
+int tickMsec(int msec) {
     const int ticks = (msec * 3 + 5) / 10;
-    return dt.addMSecs((ticks * 10 + 1) / 3 - msec);
+    return (ticks * 10 + 1) / 3;  // 0..1000
+}
+
+QDateTime roundToTicks(const QDateTime& dt) {
+    return dt.addMSecs(tickMsec(dt.time().msec()) - dt.time().msec());
 }
 
 const QDateTime& zeroDate() {
@@ -303,9 +304,11 @@ void resultDate(sqlite3_context* ctx, const QDateTime& exact, bool withTime) {
 
 namespace {
 
+// Milliseconds since an epoch, rounded to the server's ticks as a stored date is, so text
+// written to the millisecond equals the date it becomes ('.005' is '.007').
 qint64 dateKey(const DateTimeParts& p) {
-    return ((((qint64(p.year) * 100 + p.month) * 100 + p.day) * 100 + p.hour) * 100 + p.minute) * 100000 +
-           p.second * 1000 + p.msec;
+    return (QDate(p.year, p.month, p.day).toJulianDay() * 86400 + (p.hour * 60 + p.minute) * 60 + p.second) * 1000 +
+           tickMsec(p.msec);
 }
 
 // Dates stored as text compare as points in time: '2006-03-31' is midnight of that day.

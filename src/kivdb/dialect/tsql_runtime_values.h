@@ -54,6 +54,9 @@ bool dateArg(sqlite3_context* ctx, sqlite3_value* v, QDateTime& out, bool* hadTi
 // server's overflow error instead.
 void resultDate(sqlite3_context* ctx, const QDateTime& dt, bool withTime);
 QString formatDateTime(const QDateTime& dt);
+// The server keeps time in 1/300 seconds: milliseconds end in 0, 3 or 7, .005 reads as
+// .007 and .999 as the next second (1000 from tickMsec).
+int tickMsec(int msec);
 QDateTime roundToTicks(const QDateTime& dt);
 // Days since 1900-01-01, the server's zero date, with the time as a fraction.
 double daysSinceZero(const QDateTime& dt);
