@@ -359,6 +359,9 @@ private:
     bool hoistDerived_ = false;
     QStringList commonTables_;
     bool checkFirstItem_ = false;  // the next select core's item is wrapped in tsql_single
+    // The next select core's items are a result's columns: one the server leaves unnamed (no
+    // alias, no plain column) is unnamed here too, never named after the SQLite text.
+    bool unnamedItems_ = false;
 
     static int derivedDepth(const TableSource& s) {
         switch (s.kind) {
@@ -410,6 +413,7 @@ private:
         if (!first.into.isEmpty()) return selectInto(s);
         std::vector<ColumnKind> itemKinds;
         std::vector<NumericType> itemNumerics;
+        unnamedItems_ = true;
         QString text = select(s, nullptr, &itemKinds, {}, &itemNumerics);
         if (const auto columns = resultColumns(first, itemKinds, itemNumerics)) {
             resultKinds.emplace();
@@ -498,6 +502,7 @@ private:
                      const QString& firstColumnName = {}, std::vector<NumericType>* numerics = nullptr) {
         // Taken before anything nested is printed: it belongs to this core.
         const bool checkFirstItem = std::exchange(checkFirstItem_, false);
+        const bool unnamedItems = std::exchange(unnamedItems_, false);
         // The sources first: translating a derived table types its columns.
         QStringList sources;
         for (const auto& source : core.from) sources << sourceText(*source, scope);
@@ -517,7 +522,8 @@ private:
             if (numerics) numerics->push_back(t.numeric);
             const QString sql = checkFirstItem && items.isEmpty() ? QStringLiteral("tsql_single(") + t.sql + QLatin1Char(')')
                                                                   : collated(*item.expr, t);
-            items << (alias.isEmpty() ? sql : sql + QStringLiteral(" AS ") + quoteName(alias));
+            if (alias.isEmpty() && unnamedItems && item.expr->kind != ExprKind::Column) items << sql + QStringLiteral(" AS \"\"");
+            else items << (alias.isEmpty() ? sql : sql + QStringLiteral(" AS ") + quoteName(alias));
         }
         out += items.join(QStringLiteral(", "));
         if (!sources.isEmpty()) out += QStringLiteral(" FROM ") + sources.join(QStringLiteral(", "));
