@@ -193,6 +193,11 @@ TEST(TsqlBuiltins, RaiseTheServersErrors) {
         {"select day", "Invalid column name 'day'."},
         {"select d from B, B b2", "Ambiguous column name 'd'."},
         {"select * from NoSuch", "Invalid object name 'NoSuch'."},
+        {"create table B (n int)", "There is already an object named 'B' in the database."},
+        {"insert into B (n, nosuch) values (1, 2)", "Invalid column name 'nosuch'."},
+        {"insert into B (n) values (1, 2)",
+         "There are fewer columns in the INSERT statement than values specified in the VALUES clause. The number of "
+         "values in the VALUES clause must match the number of columns specified in the INSERT statement."},
         {"select @x", "Must declare the scalar variable \"@x\"."},
         {"select @@spid", "Must declare the scalar variable \"@@spid\"."},
         {"select convert(nvarchar(2), 123)", "Arithmetic overflow error converting expression to data type nvarchar."},
