@@ -77,7 +77,8 @@ TEST(TsqlBuiltins, GiveTheServersValues) {
          "5|6|4|8|8"},
         {"select datalength('abc '), datalength(N'ab'), datalength('中文'), datalength(null), datalength('')",
          "4|4|4|NULL|0"},
-        {"select len('abc  '), len('  abc'), len(nv), len(''), len(v) from B where n = 7", "3|5|2|0|3"},
+        // Characters beyond the basic plane are two UTF-16 units, as substring and charindex count them.
+        {"select len('abc  '), len('  abc'), len(nv), len(''), len(v), len(N'a😀 ') from B where n = 7", "3|5|2|0|3|3"},
         {"select '[' + ltrim('  a ') + ']', '[' + rtrim(' a  ') + ']'", "[a ]|[ a]"},
         {"select left('abcdef', 2), right('abcdef', 2), left('ab', 5), left(N'中文字', 2), right(nv, 2) from B "
          "where n = 7", "ab|ef|ab|中文|文 "},
