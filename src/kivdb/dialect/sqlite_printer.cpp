@@ -94,6 +94,7 @@ QString conversionTarget(ColumnKind k) {
     case ColumnKind::Float: return QStringLiteral("float");
     case ColumnKind::Money: return QStringLiteral("money");
     case ColumnKind::Decimal: return QStringLiteral("numeric");
+    case ColumnKind::Bit: return QStringLiteral("bit");
     default: return QStringLiteral("int");
     }
 }
@@ -284,6 +285,15 @@ NumericType exactResult(QChar op, ColumnKind kind, NumericType a, NumericType b)
     if (op == u'%') return capped(std::min(p1 - s1, p2 - s2) + std::max(s1, s2), std::max(s1, s2));
     const int scale = std::max(6, s1 + p2 + 1);
     return capped(p1 - s1 + s2 + scale, scale);
+}
+
+// The SQL of an operand the runtime reads exactly: a decimal literal past the 15 digits a
+// double keeps goes as its text, so ranges and arithmetic see the digits written.
+QString exactOperand(const Typed& t) {
+    if (!t.literalNumber || t.kind != ColumnKind::Decimal) return t.sql;
+    int digits = 0;
+    for (const QChar c : t.literalValue) digits += c.isDigit() && (digits > 0 || c != u'0');
+    return digits > 15 ? QLatin1Char('\'') + t.literalValue + QLatin1Char('\'') : t.sql;
 }
 
 // Whether a value of type `from` is already what a column of type `to` stores: a literal
@@ -646,7 +656,7 @@ private:
             // Text too is converted by the runtime, with the server's messages.
             const NumericType to = digitsOf(target.kind, target.numeric);
             if (t.kind != ColumnKind::Text && storesUnchanged(t, target.kind, to)) return t.sql;
-            return QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(t.sql, exactTypeArgs(target.kind, to), sourceTypeName(t));
+            return QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(exactOperand(t), exactTypeArgs(target.kind, to), sourceTypeName(t));
         }
         if (isNumeric(target.kind) && t.kind == ColumnKind::Text) t.sql = toNumber(t, target.kind);
         // Dates are stored in one of the two date forms, whatever form the text was in.
@@ -939,7 +949,7 @@ private:
             if (numericKind == ColumnKind::Bit && v.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0) return QStringLiteral("1");
             if (numericKind == ColumnKind::Bit && v.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0) return QStringLiteral("0");
             bool ok = false;
-            if (target == QLatin1String("int")) {
+            if (target == QLatin1String("int") || target == QLatin1String("bit")) {
                 const qlonglong n = v.toLongLong(&ok);
                 if (ok) return QString::number(n);
                 if (v.isEmpty()) return QStringLiteral("0");
@@ -1295,13 +1305,13 @@ private:
 
     // One step of exact arithmetic; the steps of a chain share one tsql_arith call.
     static Typed exactStep(const Typed& l, const QString& op, const Typed& r, ColumnKind kind, NumericType result) {
-        const QString step = QStringLiteral("'%1', %2, %3").arg(op, r.sql, exactTypeArgs(kind, result));
+        const QString step = QStringLiteral("'%1', %2, %3").arg(op, exactOperand(r), exactTypeArgs(kind, result));
         Typed t{{}, kind, result};
         if (l.exactSteps && l.exactSteps < kExactSteps) {
             t.sql = l.sql.chopped(1) + QStringLiteral(", ") + step + QLatin1Char(')');
             t.exactSteps = l.exactSteps + 1;
         } else {
-            t.sql = QStringLiteral("tsql_arith(") + l.sql + QStringLiteral(", ") + step + QLatin1Char(')');
+            t.sql = QStringLiteral("tsql_arith(") + exactOperand(l) + QStringLiteral(", ") + step + QLatin1Char(')');
             t.exactSteps = 1;
         }
         return t;
@@ -1431,7 +1441,7 @@ private:
         const QString style = e.args.size() > 1 ? expr(*e.args[1], scope).sql : QStringLiteral("NULL");
         const DeclaredType target = declaredType(e.type);
         if (target.kind == ColumnKind::Integer || target.kind == ColumnKind::Money || target.kind == ColumnKind::Decimal)
-            return {QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(value.sql, exactTypeArgs(target.kind, target.numeric), sourceTypeName(value)),
+            return {QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(exactOperand(value), exactTypeArgs(target.kind, target.numeric), sourceTypeName(value)),
                     target.kind, target.numeric};
         // A decimal shows the digits of its scale.
         if (target.kind == ColumnKind::Text && value.kind == ColumnKind::Decimal)
@@ -1567,6 +1577,9 @@ private:
             arity(size_t(m.minArgs), size_t(m.maxArgs));
             Typed out = call(QLatin1String(m.sqlite), m.kind);
             if (m.kindOfArguments && !args.empty()) out.kind = args[0].kind, out.numeric = args[0].numeric;
+            // ceiling and floor of a decimal are a decimal of its precision without decimals.
+            if ((name == QLatin1String("ceiling") || name == QLatin1String("floor")) && out.kind == ColumnKind::Decimal)
+                out.numeric = {digitsOf(out).precision, 0};
             if (out.kind == ColumnKind::Integer && out.numeric.precision == 0) out.numeric = {10, 0};
             for (const auto& a : args) out.national = out.national || (out.kind == ColumnKind::Text && a.national);
             return out;

@@ -97,6 +97,8 @@ TEST(TsqlBuiltins, GiveTheServersValues) {
         {"select replicate('ab', 3), '[' + replicate('a', 0) + ']', replicate('a', -1), '[' + space(3) + ']', "
          "space(-1)", "ababab|[]|NULL|[   ]|NULL"},
         {"select reverse('abc'), reverse(N'中文😀'), upper(N'aXé'), lower(N'AbÇ')", "cba|😀文中|AXÉ|abç"},
+        // One character for one: nothing grows or shrinks.
+        {"select upper(N'abcß'), len(upper(N'ßﬁ')), lower(N'ABC'), upper(N'𐐨x')", "ABCß|2|abc|𐐀X"},
         // ascii gives the first byte in the Chinese code page.
         {"select ascii('A'), ascii('abc'), ascii(''), ascii('中'), char(65), char(256), nchar(20013), "
          "unicode(N'中文'), unicode('')", "65|97|NULL|214|A|NULL|中|20013|NULL"},
@@ -208,6 +210,9 @@ TEST(TsqlBuiltins, RaiseTheServersErrors) {
         {"select substring('abc', 9223372036854775807, 2)",
          "Arithmetic overflow error converting expression to data type int."},
         {"select substring('abc', 1, -1)", "Invalid length parameter passed to the substring function."},
+        {"insert into B (n) values ('x')", "Conversion failed when converting the varchar value 'x' to data type int."},
+        {"create table Flag (b bit) insert into Flag values ('x')",
+         "Conversion failed when converting the varchar value 'x' to data type bit."},
         {"select sqrt(-1)", "An invalid floating point operation occurred."},
         {"select log(0)", "An invalid floating point operation occurred."},
         {"select convert(varchar, getdate(), 7000)",

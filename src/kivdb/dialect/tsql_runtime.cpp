@@ -294,19 +294,20 @@ struct Number {
     double asDouble() const { return isInteger ? double(i) : d; }
 };
 
+// bit takes integer text only, as the integer types do.
+bool isIntegerTarget(const QString& target) {
+    return target == QLatin1String("int") || target == QLatin1String("smallint") || target == QLatin1String("bigint") ||
+           target == QLatin1String("tinyint") || target == QLatin1String("bit");
+}
+
 QString conversionMessage(const QString& value, const QString& target) {
-    if (target == QLatin1String("int") || target == QLatin1String("smallint") || target == QLatin1String("bigint") ||
-        target == QLatin1String("tinyint"))
+    if (isIntegerTarget(target))
         return QStringLiteral("Conversion failed when converting the varchar value '%1' to data type %2.").arg(quotedExcerpt(value), target);
     if (target == QLatin1String("money"))
         return QStringLiteral("Cannot convert a char value to money. The char value has incorrect syntax.");
     return QStringLiteral("Error converting data type varchar to %1.").arg(target);
 }
 
-bool isIntegerTarget(const QString& target) {
-    return target == QLatin1String("int") || target == QLatin1String("smallint") || target == QLatin1String("bigint") ||
-           target == QLatin1String("tinyint");
-}
 
 // Text to a number the way the server converts varchar: an integer target takes only an
 // integer; other targets any decimal number. Blank text is 0.
