@@ -77,7 +77,8 @@ TEST(TsqlBuiltins, GiveTheServersValues) {
          "5|6|4|8|8"},
         {"select datalength('abc '), datalength(N'ab'), datalength('中文'), datalength(null), datalength('')",
          "4|4|4|NULL|0"},
-        {"select len('abc  '), len('  abc'), len(nv), len(''), len(v) from B where n = 7", "3|5|2|0|3"},
+        // Characters beyond the basic plane are two UTF-16 units, as substring and charindex count them.
+        {"select len('abc  '), len('  abc'), len(nv), len(''), len(v), len(N'a😀 ') from B where n = 7", "3|5|2|0|3|3"},
         {"select '[' + ltrim('  a ') + ']', '[' + rtrim(' a  ') + ']'", "[a ]|[ a]"},
         {"select left('abcdef', 2), right('abcdef', 2), left('ab', 5), left(N'中文字', 2), right(nv, 2) from B "
          "where n = 7", "ab|ef|ab|中文|文 "},
@@ -195,6 +196,11 @@ TEST(TsqlBuiltins, RaiseTheServersErrors) {
         {"select day", "Invalid column name 'day'."},
         {"select d from B, B b2", "Ambiguous column name 'd'."},
         {"select * from NoSuch", "Invalid object name 'NoSuch'."},
+        {"create table B (n int)", "There is already an object named 'B' in the database."},
+        {"insert into B (n, nosuch) values (1, 2)", "Invalid column name 'nosuch'."},
+        {"insert into B (n) values (1, 2)",
+         "There are fewer columns in the INSERT statement than values specified in the VALUES clause. The number of "
+         "values in the VALUES clause must match the number of columns specified in the INSERT statement."},
         {"select @x", "Must declare the scalar variable \"@x\"."},
         {"select @@spid", "Must declare the scalar variable \"@@spid\"."},
         {"select convert(nvarchar(2), 123)", "Arithmetic overflow error converting expression to data type nvarchar."},

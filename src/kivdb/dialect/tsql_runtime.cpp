@@ -537,7 +537,7 @@ void tsqlLen(sqlite3_context* ctx, int, sqlite3_value** argv) {
     QString s = textArg(argv[0]);
     int n = int(s.size());
     while (n > 0 && s[n - 1] == u' ') --n;
-    sqlite3_result_int(ctx, int(QStringView(s).left(n).toUcs4().size()));
+    sqlite3_result_int(ctx, n);  // UTF-16 units, as the server's collation counts them
 }
 
 void tsqlCharindex(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
