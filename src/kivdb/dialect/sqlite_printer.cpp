@@ -460,12 +460,13 @@ private:
         QStringList parts;
         std::unique_ptr<Scope> firstScope;
         const bool single = s.cores.size() == 1;
+        const std::vector<ColumnKind> unionKinds = single ? std::vector<ColumnKind>{} : unionColumnKinds(s, parent);
         for (size_t i = 0; i < s.cores.size(); ++i) {
             const SelectCore& core = s.cores[i];
             auto scope = std::make_unique<Scope>(catalog_, parent);
             scope->addSources(core.from);
             QString text = coreText(core, *scope, i == 0 ? kinds : nullptr, i == 0 ? firstColumnName : QString(),
-                                    i == 0 ? numerics : nullptr);
+                                    i == 0 ? numerics : nullptr, &unionKinds);
             if (core.top && !single) text = QStringLiteral("SELECT * FROM (") + text + topClause(core) + QStringLiteral(")");
             if (i > 0) parts << (s.unionAll[i - 1] ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION "));
             parts << text;
@@ -492,14 +493,54 @@ private:
 
     static const SelectCore& first(const SelectStmt& s) { return s.cores.front(); }
 
+    // The server converts each column of a union to the type of highest precedence among
+    // its cores: a number in any core makes the text of the others numbers, with the
+    // server's conversion error for text that is none. The cores are translated once for
+    // their types only, leaving nothing behind.
+    std::vector<ColumnKind> unionColumnKinds(const SelectStmt& s, const Scope* parent) {
+        for (const SelectCore& core : s.cores)  // a * leaves the columns' positions unknown here
+            for (const auto& item : core.items)
+                if (item.expr->kind == ExprKind::Star) return {};
+        const qsizetype commonTables = commonTables_.size();
+        const bool checkFirstItem = checkFirstItem_, unnamedItems = unnamedItems_;
+        std::vector<ColumnKind> highest;
+        for (const SelectCore& core : s.cores) {
+            Scope scope(catalog_, parent);
+            scope.addSources(core.from);
+            std::vector<ColumnKind> kinds;
+            checkFirstItem_ = unnamedItems_ = false;
+            coreText(core, scope, &kinds);
+            highest.resize(std::max(highest.size(), kinds.size()), ColumnKind::Unknown);
+            for (size_t i = 0; i < kinds.size(); ++i)
+                if (numericPrecedence(kinds[i]) > numericPrecedence(highest[i])) highest[i] = kinds[i];
+        }
+        commonTables_.resize(commonTables);
+        checkFirstItem_ = checkFirstItem, unnamedItems_ = unnamedItems;
+        return highest;
+    }
+
+    // The server's order of the numeric types, highest last; 0 for the others.
+    static int numericPrecedence(ColumnKind k) {
+        switch (k) {
+        case ColumnKind::Bit: return 1;
+        case ColumnKind::Integer: return 2;
+        case ColumnKind::Money: return 3;
+        case ColumnKind::Decimal: return 4;
+        case ColumnKind::Float: return 5;
+        default: return 0;
+        }
+    }
+
     QString topClause(const SelectCore& core) {
         if (core.topPercent) throw SqlError("TOP PERCENT is not supported on the embedded database.");
         Scope none(catalog_, nullptr);
         return QStringLiteral(" LIMIT ") + expr(*core.top, none).sql;
     }
 
+    // unionKinds: the numeric kinds a union converts this core's text columns to.
     QString coreText(const SelectCore& core, Scope& scope, std::vector<ColumnKind>* kinds,
-                     const QString& firstColumnName = {}, std::vector<NumericType>* numerics = nullptr) {
+                     const QString& firstColumnName = {}, std::vector<NumericType>* numerics = nullptr,
+                     const std::vector<ColumnKind>* unionKinds = nullptr) {
         // Taken before anything nested is printed: it belongs to this core.
         const bool checkFirstItem = std::exchange(checkFirstItem_, false);
         const bool unnamedItems = std::exchange(unnamedItems_, false);
@@ -517,7 +558,10 @@ private:
                 if (numerics) numerics->push_back({});
                 continue;
             }
-            const Typed t = expr(*item.expr, scope);
+            Typed t = expr(*item.expr, scope);
+            const size_t column = size_t(items.size());
+            if (unionKinds && column < unionKinds->size() && t.kind == ColumnKind::Text && numericPrecedence((*unionKinds)[column]) > 0)
+                t = Typed{toNumber(t, (*unionKinds)[column]), (*unionKinds)[column]};
             if (kinds) kinds->push_back(t.kind);
             if (numerics) numerics->push_back(t.numeric);
             const QString sql = checkFirstItem && items.isEmpty() ? QStringLiteral("tsql_single(") + t.sql + QLatin1Char(')')
