@@ -1015,6 +1015,8 @@ private:
     // The server types 12 as int, 5000000000 as numeric(10, 0), 1.50 as numeric(3, 2) and
     // 1e3 as float.
     static Typed numberLiteral(const QString& text) {
+        if (text.startsWith(QLatin1String("0x"), Qt::CaseInsensitive)) return binaryLiteral(text);
+        if (text.startsWith(QLatin1Char('$'))) return moneyLiteral(text.mid(1));
         if (std::isinf(std::strtod(text.toLatin1().constData(), nullptr)))
             throw SqlError(QStringLiteral("The floating point value '%1' is out of the range of computer representation (8 bytes).")
                                .arg(quotedExcerpt(text))
@@ -1036,6 +1038,37 @@ private:
         }
         t.kind = ColumnKind::Decimal;
         t.numeric = {std::clamp(int(whole.size()) + scale, 1, 38), std::min(scale, 38)};
+        return t;
+    }
+
+    // 0x41FF: the embedded database keeps no binary values; a binary constant is the
+    // integer of its bytes (16895), as the server reads it where a number is wanted.
+    static Typed binaryLiteral(const QString& text) {
+        const QString digits = text.mid(2);
+        if (digits.isEmpty() || digits.size() > 16)
+            throw SqlError(QStringLiteral("Binary constants of more than 8 bytes are not supported on the embedded database: "
+                                          "'%1'.").arg(quotedExcerpt(text)).toStdString());
+        const qint64 value = qint64(digits.toULongLong(nullptr, 16));
+        Typed t{QString::number(value), ColumnKind::Integer, {digits.size() > 8 ? 19 : 10, 0}};
+        t.literalNumber = true;
+        t.literalValue = t.sql;
+        return t;
+    }
+
+    // $1.23456 is money: rounded to four decimals, within money's range.
+    static Typed moneyLiteral(const QString& number) {
+        int digits = 0;
+        for (const QChar c : number) digits += c.isDigit() && (digits > 0 || c != u'0');
+        const QByteArray text = number.toLatin1();
+        const auto d = decimalOfText(std::string_view(text.constData(), size_t(text.size())));
+        Typed t{{}, ColumnKind::Money, {19, 4}};
+        if (digits > 15 || !d) {
+            t.sql = QStringLiteral("tsql_cast_num('%1', 'money', 'numeric')").arg(number);
+            return t;
+        }
+        t.sql = decimalText(number.toDouble(), 4);
+        t.literalNumber = true;
+        t.literalValue = t.sql;
         return t;
     }
 

@@ -141,6 +141,14 @@ std::optional<Decimal> decimalOfDouble(double value) {
     return decimalOfText(std::string_view(buf, size_t(r.ptr - buf)));
 }
 
+QString moneyTextDigits(const QString& text) {
+    QString out = text;
+    const qsizetype point = out.indexOf(QLatin1Char('.'));
+    for (qsizetype i = (point < 0 ? out.size() : point) - 1; i > 0; --i)
+        if (out[i] == u',' && out[i - 1].isDigit() && i + 1 < out.size() && out[i + 1].isDigit()) out.remove(i, 1);
+    return out;
+}
+
 QString decimalText(double value, int scale) {
     auto d = decimalOfDouble(value);
     if (!d || !rescale(*d, scale, Rounding::HalfAwayFromZero)) return QString::number(value, 'g', 17);
@@ -402,7 +410,7 @@ void tsqlCastNum(sqlite3_context* ctx, int, sqlite3_value** argv) {
         d = operandValue(value);
     } else if (storage == SQLITE_TEXT || storage == SQLITE_BLOB) {
         text = QString::fromUtf8(textOf(value).data(), qsizetype(textOf(value).size()));
-        const QByteArray trimmed = text.trimmed().toUtf8();
+        const QByteArray trimmed = (type.isMoney() ? moneyTextDigits(text) : text).trimmed().toUtf8();
         // Blank text is 0; integer types take integer text only, none takes an exponent.
         if (trimmed.isEmpty()) d = Decimal{};
         else if (!trimmed.contains('e') && !trimmed.contains('E') && !(type.isInteger() && trimmed.contains('.')))

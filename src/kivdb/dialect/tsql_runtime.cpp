@@ -312,7 +312,7 @@ QString conversionMessage(const QString& value, const QString& target) {
 // Text to a number the way the server converts varchar: an integer target takes only an
 // integer; other targets any decimal number. Blank text is 0.
 std::optional<Number> parseNumber(const QString& text, const QString& target) {
-    const QString t = text.trimmed();
+    const QString t = (target == QLatin1String("money") ? moneyTextDigits(text) : text).trimmed();
     Number n;
     if (t.isEmpty()) return n;
     bool ok = false;
@@ -808,6 +808,17 @@ bool styledDateArg(sqlite3_context* ctx, sqlite3_value* value, std::optional<int
     return dateArg(ctx, value, out);
 }
 
+// Money as text in a style: 0 (and any other) two decimals, rounded; 1 two decimals with
+// a comma every three digits; 2 and 126 four decimals.
+QString moneyText(double value, int style) {
+    if (style == 2 || style == 126) return decimalText(value, 4);
+    QString s = decimalText(value, 2);
+    if (style == 1)
+        for (qsizetype at = s.indexOf(QLatin1Char('.')) - 3; at > (s.startsWith(u'-') ? 1 : 0); at -= 3)
+            s.insert(at, QLatin1Char(','));
+    return s;
+}
+
 // tsql_convert(type, length, scale, value, style, source)
 void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
     sqlite3_value* value = argv[3];
@@ -832,7 +843,7 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
                 return resultError(ctx, QStringLiteral("%1 is not a valid style number when converting from datetime to a "
                                                        "character string.").arg(style));
         } else if (source == 2 && (vt == SQLITE_FLOAT || vt == SQLITE_INTEGER)) {
-            s = decimalText(sqlite3_value_double(value), 2);  // money shows two decimals, rounded
+            s = moneyText(sqlite3_value_double(value), style);
         } else if (vt == SQLITE_FLOAT) {
             s = QString::number(sqlite3_value_double(value), 'g', 6);
         } else {
