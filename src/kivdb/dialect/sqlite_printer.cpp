@@ -94,6 +94,7 @@ QString conversionTarget(ColumnKind k) {
     case ColumnKind::Float: return QStringLiteral("float");
     case ColumnKind::Money: return QStringLiteral("money");
     case ColumnKind::Decimal: return QStringLiteral("numeric");
+    case ColumnKind::Bit: return QStringLiteral("bit");
     default: return QStringLiteral("int");
     }
 }
@@ -286,6 +287,15 @@ NumericType exactResult(QChar op, ColumnKind kind, NumericType a, NumericType b)
     return capped(p1 - s1 + s2 + scale, scale);
 }
 
+// The SQL of an operand the runtime reads exactly: a decimal literal past the 15 digits a
+// double keeps goes as its text, so ranges and arithmetic see the digits written.
+QString exactOperand(const Typed& t) {
+    if (!t.literalNumber || t.kind != ColumnKind::Decimal) return t.sql;
+    int digits = 0;
+    for (const QChar c : t.literalValue) digits += c.isDigit() && (digits > 0 || c != u'0');
+    return digits > 15 ? QLatin1Char('\'') + t.literalValue + QLatin1Char('\'') : t.sql;
+}
+
 // Whether a value of type `from` is already what a column of type `to` stores: a literal
 // that is its own stored value, or a type whose every value the column holds unchanged.
 bool storesUnchanged(const Typed& from, ColumnKind toKind, NumericType to) {
@@ -349,6 +359,9 @@ private:
     bool hoistDerived_ = false;
     QStringList commonTables_;
     bool checkFirstItem_ = false;  // the next select core's item is wrapped in tsql_single
+    // The next select core's items are a result's columns: one the server leaves unnamed (no
+    // alias, no plain column) is unnamed here too, never named after the SQLite text.
+    bool unnamedItems_ = false;
 
     static int derivedDepth(const TableSource& s) {
         switch (s.kind) {
@@ -400,6 +413,7 @@ private:
         if (!first.into.isEmpty()) return selectInto(s);
         std::vector<ColumnKind> itemKinds;
         std::vector<NumericType> itemNumerics;
+        unnamedItems_ = true;
         QString text = select(s, nullptr, &itemKinds, {}, &itemNumerics);
         if (const auto columns = resultColumns(first, itemKinds, itemNumerics)) {
             resultKinds.emplace();
@@ -446,12 +460,13 @@ private:
         QStringList parts;
         std::unique_ptr<Scope> firstScope;
         const bool single = s.cores.size() == 1;
+        const std::vector<ColumnKind> unionKinds = single ? std::vector<ColumnKind>{} : unionColumnKinds(s, parent);
         for (size_t i = 0; i < s.cores.size(); ++i) {
             const SelectCore& core = s.cores[i];
             auto scope = std::make_unique<Scope>(catalog_, parent);
             scope->addSources(core.from);
             QString text = coreText(core, *scope, i == 0 ? kinds : nullptr, i == 0 ? firstColumnName : QString(),
-                                    i == 0 ? numerics : nullptr);
+                                    i == 0 ? numerics : nullptr, &unionKinds);
             if (core.top && !single) text = QStringLiteral("SELECT * FROM (") + text + topClause(core) + QStringLiteral(")");
             if (i > 0) parts << (s.unionAll[i - 1] ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION "));
             parts << text;
@@ -478,16 +493,57 @@ private:
 
     static const SelectCore& first(const SelectStmt& s) { return s.cores.front(); }
 
+    // The server converts each column of a union to the type of highest precedence among
+    // its cores: a number in any core makes the text of the others numbers, with the
+    // server's conversion error for text that is none. The cores are translated once for
+    // their types only, leaving nothing behind.
+    std::vector<ColumnKind> unionColumnKinds(const SelectStmt& s, const Scope* parent) {
+        for (const SelectCore& core : s.cores)  // a * leaves the columns' positions unknown here
+            for (const auto& item : core.items)
+                if (item.expr->kind == ExprKind::Star) return {};
+        const qsizetype commonTables = commonTables_.size();
+        const bool checkFirstItem = checkFirstItem_, unnamedItems = unnamedItems_;
+        std::vector<ColumnKind> highest;
+        for (const SelectCore& core : s.cores) {
+            Scope scope(catalog_, parent);
+            scope.addSources(core.from);
+            std::vector<ColumnKind> kinds;
+            checkFirstItem_ = unnamedItems_ = false;
+            coreText(core, scope, &kinds);
+            highest.resize(std::max(highest.size(), kinds.size()), ColumnKind::Unknown);
+            for (size_t i = 0; i < kinds.size(); ++i)
+                if (numericPrecedence(kinds[i]) > numericPrecedence(highest[i])) highest[i] = kinds[i];
+        }
+        commonTables_.resize(commonTables);
+        checkFirstItem_ = checkFirstItem, unnamedItems_ = unnamedItems;
+        return highest;
+    }
+
+    // The server's order of the numeric types, highest last; 0 for the others.
+    static int numericPrecedence(ColumnKind k) {
+        switch (k) {
+        case ColumnKind::Bit: return 1;
+        case ColumnKind::Integer: return 2;
+        case ColumnKind::Money: return 3;
+        case ColumnKind::Decimal: return 4;
+        case ColumnKind::Float: return 5;
+        default: return 0;
+        }
+    }
+
     QString topClause(const SelectCore& core) {
         if (core.topPercent) throw SqlError("TOP PERCENT is not supported on the embedded database.");
         Scope none(catalog_, nullptr);
         return QStringLiteral(" LIMIT ") + expr(*core.top, none).sql;
     }
 
+    // unionKinds: the numeric kinds a union converts this core's text columns to.
     QString coreText(const SelectCore& core, Scope& scope, std::vector<ColumnKind>* kinds,
-                     const QString& firstColumnName = {}, std::vector<NumericType>* numerics = nullptr) {
+                     const QString& firstColumnName = {}, std::vector<NumericType>* numerics = nullptr,
+                     const std::vector<ColumnKind>* unionKinds = nullptr) {
         // Taken before anything nested is printed: it belongs to this core.
         const bool checkFirstItem = std::exchange(checkFirstItem_, false);
+        const bool unnamedItems = std::exchange(unnamedItems_, false);
         // The sources first: translating a derived table types its columns.
         QStringList sources;
         for (const auto& source : core.from) sources << sourceText(*source, scope);
@@ -502,12 +558,16 @@ private:
                 if (numerics) numerics->push_back({});
                 continue;
             }
-            const Typed t = expr(*item.expr, scope);
+            Typed t = expr(*item.expr, scope);
+            const size_t column = size_t(items.size());
+            if (unionKinds && column < unionKinds->size() && t.kind == ColumnKind::Text && numericPrecedence((*unionKinds)[column]) > 0)
+                t = Typed{toNumber(t, (*unionKinds)[column]), (*unionKinds)[column]};
             if (kinds) kinds->push_back(t.kind);
             if (numerics) numerics->push_back(t.numeric);
             const QString sql = checkFirstItem && items.isEmpty() ? QStringLiteral("tsql_single(") + t.sql + QLatin1Char(')')
                                                                   : collated(*item.expr, t);
-            items << (alias.isEmpty() ? sql : sql + QStringLiteral(" AS ") + quoteName(alias));
+            if (alias.isEmpty() && unnamedItems && item.expr->kind != ExprKind::Column) items << sql + QStringLiteral(" AS \"\"");
+            else items << (alias.isEmpty() ? sql : sql + QStringLiteral(" AS ") + quoteName(alias));
         }
         out += items.join(QStringLiteral(", "));
         if (!sources.isEmpty()) out += QStringLiteral(" FROM ") + sources.join(QStringLiteral(", "));
@@ -647,7 +707,7 @@ private:
             // Text too is converted by the runtime, with the server's messages.
             const NumericType to = digitsOf(target.kind, target.numeric);
             if (t.kind != ColumnKind::Text && storesUnchanged(t, target.kind, to)) return t.sql;
-            return QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(t.sql, exactTypeArgs(target.kind, to), sourceTypeName(t));
+            return QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(exactOperand(t), exactTypeArgs(target.kind, to), sourceTypeName(t));
         }
         if (isNumeric(target.kind) && t.kind == ColumnKind::Text) t.sql = toNumber(t, target.kind);
         return storedDate(t, target).value_or(t.sql);
@@ -952,7 +1012,7 @@ private:
             if (numericKind == ColumnKind::Bit && v.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0) return QStringLiteral("1");
             if (numericKind == ColumnKind::Bit && v.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0) return QStringLiteral("0");
             bool ok = false;
-            if (target == QLatin1String("int")) {
+            if (target == QLatin1String("int") || target == QLatin1String("bit")) {
                 const qlonglong n = v.toLongLong(&ok);
                 if (ok) return QString::number(n);
                 if (v.isEmpty()) return QStringLiteral("0");
@@ -968,6 +1028,8 @@ private:
     // The server types 12 as int, 5000000000 as numeric(10, 0), 1.50 as numeric(3, 2) and
     // 1e3 as float.
     static Typed numberLiteral(const QString& text) {
+        if (text.startsWith(QLatin1String("0x"), Qt::CaseInsensitive)) return binaryLiteral(text);
+        if (text.startsWith(QLatin1Char('$'))) return moneyLiteral(text.mid(1));
         if (std::isinf(std::strtod(text.toLatin1().constData(), nullptr)))
             throw SqlError(QStringLiteral("The floating point value '%1' is out of the range of computer representation (8 bytes).")
                                .arg(quotedExcerpt(text))
@@ -989,6 +1051,37 @@ private:
         }
         t.kind = ColumnKind::Decimal;
         t.numeric = {std::clamp(int(whole.size()) + scale, 1, 38), std::min(scale, 38)};
+        return t;
+    }
+
+    // 0x41FF: the embedded database keeps no binary values; a binary constant is the
+    // integer of its bytes (16895), as the server reads it where a number is wanted.
+    static Typed binaryLiteral(const QString& text) {
+        const QString digits = text.mid(2);
+        if (digits.isEmpty() || digits.size() > 16)
+            throw SqlError(QStringLiteral("Binary constants of more than 8 bytes are not supported on the embedded database: "
+                                          "'%1'.").arg(quotedExcerpt(text)).toStdString());
+        const qint64 value = qint64(digits.toULongLong(nullptr, 16));
+        Typed t{QString::number(value), ColumnKind::Integer, {digits.size() > 8 ? 19 : 10, 0}};
+        t.literalNumber = true;
+        t.literalValue = t.sql;
+        return t;
+    }
+
+    // $1.23456 is money: rounded to four decimals, within money's range.
+    static Typed moneyLiteral(const QString& number) {
+        int digits = 0;
+        for (const QChar c : number) digits += c.isDigit() && (digits > 0 || c != u'0');
+        const QByteArray text = number.toLatin1();
+        const auto d = decimalOfText(std::string_view(text.constData(), size_t(text.size())));
+        Typed t{{}, ColumnKind::Money, {19, 4}};
+        if (digits > 15 || !d) {
+            t.sql = QStringLiteral("tsql_cast_num('%1', 'money', 'numeric')").arg(number);
+            return t;
+        }
+        t.sql = decimalText(number.toDouble(), 4);
+        t.literalNumber = true;
+        t.literalValue = t.sql;
         return t;
     }
 
@@ -1319,13 +1412,13 @@ private:
 
     // One step of exact arithmetic; the steps of a chain share one tsql_arith call.
     static Typed exactStep(const Typed& l, const QString& op, const Typed& r, ColumnKind kind, NumericType result) {
-        const QString step = QStringLiteral("'%1', %2, %3").arg(op, r.sql, exactTypeArgs(kind, result));
+        const QString step = QStringLiteral("'%1', %2, %3").arg(op, exactOperand(r), exactTypeArgs(kind, result));
         Typed t{{}, kind, result};
         if (l.exactSteps && l.exactSteps < kExactSteps) {
             t.sql = l.sql.chopped(1) + QStringLiteral(", ") + step + QLatin1Char(')');
             t.exactSteps = l.exactSteps + 1;
         } else {
-            t.sql = QStringLiteral("tsql_arith(") + l.sql + QStringLiteral(", ") + step + QLatin1Char(')');
+            t.sql = QStringLiteral("tsql_arith(") + exactOperand(l) + QStringLiteral(", ") + step + QLatin1Char(')');
             t.exactSteps = 1;
         }
         return t;
@@ -1467,7 +1560,7 @@ private:
             value.numeric = {};
         }
         if (target.kind == ColumnKind::Integer || target.kind == ColumnKind::Money || target.kind == ColumnKind::Decimal)
-            return {QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(value.sql, exactTypeArgs(target.kind, target.numeric), sourceTypeName(value)),
+            return {QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(exactOperand(value), exactTypeArgs(target.kind, target.numeric), sourceTypeName(value)),
                     target.kind, target.numeric};
         // A decimal shows the digits of its scale.
         if (target.kind == ColumnKind::Text && value.kind == ColumnKind::Decimal)
@@ -1610,6 +1703,9 @@ private:
                         a = Typed{QStringLiteral("tsql_convert('varchar', 30, 0, %1, 0, 1)").arg(a.sql), ColumnKind::Text};
             Typed out = call(QLatin1String(m.sqlite), m.kind);
             if (m.kindOfArguments && !args.empty()) out.kind = args[0].kind, out.numeric = args[0].numeric;
+            // ceiling and floor of a decimal are a decimal of its precision without decimals.
+            if ((name == QLatin1String("ceiling") || name == QLatin1String("floor")) && out.kind == ColumnKind::Decimal)
+                out.numeric = {digitsOf(out).precision, 0};
             if (out.kind == ColumnKind::Integer && out.numeric.precision == 0) out.numeric = {10, 0};
             for (const auto& a : args) out.national = out.national || (out.kind == ColumnKind::Text && a.national);
             return out;

@@ -77,7 +77,8 @@ TEST(TsqlBuiltins, GiveTheServersValues) {
          "5|6|4|8|8"},
         {"select datalength('abc '), datalength(N'ab'), datalength('中文'), datalength(null), datalength('')",
          "4|4|4|NULL|0"},
-        {"select len('abc  '), len('  abc'), len(nv), len(''), len(v) from B where n = 7", "3|5|2|0|3"},
+        // Characters beyond the basic plane are two UTF-16 units, as substring and charindex count them.
+        {"select len('abc  '), len('  abc'), len(nv), len(''), len(v), len(N'a😀 ') from B where n = 7", "3|5|2|0|3|3"},
         {"select '[' + ltrim('  a ') + ']', '[' + rtrim(' a  ') + ']'", "[a ]|[ a]"},
         {"select left('abcdef', 2), right('abcdef', 2), left('ab', 5), left(N'中文字', 2), right(nv, 2) from B "
          "where n = 7", "ab|ef|ab|中文|文 "},
@@ -96,6 +97,8 @@ TEST(TsqlBuiltins, GiveTheServersValues) {
         {"select replicate('ab', 3), '[' + replicate('a', 0) + ']', replicate('a', -1), '[' + space(3) + ']', "
          "space(-1)", "ababab|[]|NULL|[   ]|NULL"},
         {"select reverse('abc'), reverse(N'中文😀'), upper(N'aXé'), lower(N'AbÇ')", "cba|😀文中|AXÉ|abç"},
+        // One character for one: nothing grows or shrinks.
+        {"select upper(N'abcß'), len(upper(N'ßﬁ')), lower(N'ABC'), upper(N'𐐨x')", "ABCß|2|abc|𐐀X"},
         // ascii gives the first byte in the Chinese code page.
         {"select ascii('A'), ascii('abc'), ascii(''), ascii('中'), char(65), char(256), nchar(20013), "
          "unicode(N'中文'), unicode('')", "65|97|NULL|214|A|NULL|中|20013|NULL"},
@@ -193,6 +196,11 @@ TEST(TsqlBuiltins, RaiseTheServersErrors) {
         {"select day", "Invalid column name 'day'."},
         {"select d from B, B b2", "Ambiguous column name 'd'."},
         {"select * from NoSuch", "Invalid object name 'NoSuch'."},
+        {"create table B (n int)", "There is already an object named 'B' in the database."},
+        {"insert into B (n, nosuch) values (1, 2)", "Invalid column name 'nosuch'."},
+        {"insert into B (n) values (1, 2)",
+         "There are fewer columns in the INSERT statement than values specified in the VALUES clause. The number of "
+         "values in the VALUES clause must match the number of columns specified in the INSERT statement."},
         {"select @x", "Must declare the scalar variable \"@x\"."},
         {"select @@spid", "Must declare the scalar variable \"@@spid\"."},
         {"select convert(nvarchar(2), 123)", "Arithmetic overflow error converting expression to data type nvarchar."},
@@ -202,6 +210,9 @@ TEST(TsqlBuiltins, RaiseTheServersErrors) {
         {"select substring('abc', 9223372036854775807, 2)",
          "Arithmetic overflow error converting expression to data type int."},
         {"select substring('abc', 1, -1)", "Invalid length parameter passed to the substring function."},
+        {"insert into B (n) values ('x')", "Conversion failed when converting the varchar value 'x' to data type int."},
+        {"create table Flag (b bit) insert into Flag values ('x')",
+         "Conversion failed when converting the varchar value 'x' to data type bit."},
         {"select sqrt(-1)", "An invalid floating point operation occurred."},
         {"select log(0)", "An invalid floating point operation occurred."},
         {"select convert(varchar, getdate(), 7000)",

@@ -332,24 +332,25 @@ struct Number {
     double asDouble() const { return isInteger ? double(i) : d; }
 };
 
+// bit takes integer text only, as the integer types do.
+bool isIntegerTarget(const QString& target) {
+    return target == QLatin1String("int") || target == QLatin1String("smallint") || target == QLatin1String("bigint") ||
+           target == QLatin1String("tinyint") || target == QLatin1String("bit");
+}
+
 QString conversionMessage(const QString& value, const QString& target) {
-    if (target == QLatin1String("int") || target == QLatin1String("smallint") || target == QLatin1String("bigint") ||
-        target == QLatin1String("tinyint"))
+    if (isIntegerTarget(target))
         return QStringLiteral("Conversion failed when converting the varchar value '%1' to data type %2.").arg(quotedExcerpt(value), target);
     if (target == QLatin1String("money"))
         return QStringLiteral("Cannot convert a char value to money. The char value has incorrect syntax.");
     return QStringLiteral("Error converting data type varchar to %1.").arg(target);
 }
 
-bool isIntegerTarget(const QString& target) {
-    return target == QLatin1String("int") || target == QLatin1String("smallint") || target == QLatin1String("bigint") ||
-           target == QLatin1String("tinyint");
-}
 
 // Text to a number the way the server converts varchar: an integer target takes only an
 // integer; other targets any decimal number. Blank text is 0.
 std::optional<Number> parseNumber(const QString& text, const QString& target) {
-    const QString t = text.trimmed();
+    const QString t = (target == QLatin1String("money") ? moneyTextDigits(text) : text).trimmed();
     Number n;
     if (t.isEmpty()) return n;
     bool ok = false;
@@ -574,7 +575,7 @@ void tsqlLen(sqlite3_context* ctx, int, sqlite3_value** argv) {
     QString s = textArg(argv[0]);
     int n = int(s.size());
     while (n > 0 && s[n - 1] == u' ') --n;
-    sqlite3_result_int(ctx, int(QStringView(s).left(n).toUcs4().size()));
+    sqlite3_result_int(ctx, n);  // UTF-16 units, as the server's collation counts them
 }
 
 void tsqlCharindex(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
@@ -928,6 +929,17 @@ bool styledDateArg(sqlite3_context* ctx, sqlite3_value* value, std::optional<int
     return dateArg(ctx, value, out);
 }
 
+// Money as text in a style: 0 (and any other) two decimals, rounded; 1 two decimals with
+// a comma every three digits; 2 and 126 four decimals.
+QString moneyText(double value, int style) {
+    if (style == 2 || style == 126) return decimalText(value, 4);
+    QString s = decimalText(value, 2);
+    if (style == 1)
+        for (qsizetype at = s.indexOf(QLatin1Char('.')) - 3; at > (s.startsWith(u'-') ? 1 : 0); at -= 3)
+            s.insert(at, QLatin1Char(','));
+    return s;
+}
+
 // tsql_convert(type, length, scale, value, style, source)
 void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
     sqlite3_value* value = argv[3];
@@ -952,7 +964,7 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
                 return resultError(ctx, QStringLiteral("%1 is not a valid style number when converting from datetime to a "
                                                        "character string.").arg(style));
         } else if (source == 2 && (vt == SQLITE_FLOAT || vt == SQLITE_INTEGER)) {
-            s = decimalText(sqlite3_value_double(value), 2);  // money shows two decimals, rounded
+            s = moneyText(sqlite3_value_double(value), style);
         } else if (vt == SQLITE_FLOAT) {
             s = QString::number(sqlite3_value_double(value), 'g', 6);
         } else {
