@@ -1443,8 +1443,11 @@ private:
         }
         if (op == QLatin1String("-") && l.kind == ColumnKind::DateTime && rn)
             return {QStringLiteral("tsql_date_add(%1, -(%2))").arg(l.sql, r.sql), ColumnKind::DateTime};
-        // Two dates add and subtract as day counts; the result is a date again.
-        if ((op == QLatin1String("-") || op == QLatin1String("+")) && l.kind == ColumnKind::DateTime && r.kind == ColumnKind::DateTime)
+        // Two dates add and subtract as day counts; the result is a date again. Text meeting
+        // a date converts to a date.
+        const auto dateOrText = [](const Typed& t) { return t.kind == ColumnKind::DateTime || t.kind == ColumnKind::Text; };
+        if ((op == QLatin1String("-") || op == QLatin1String("+")) && dateOrText(l) && dateOrText(r) &&
+            (l.kind == ColumnKind::DateTime || r.kind == ColumnKind::DateTime))
             return {QStringLiteral("tsql_date_sum(%1, %2, %3)").arg(l.sql, r.sql, op == QLatin1String("-") ? QStringLiteral("-1") : QStringLiteral("1")),
                     ColumnKind::DateTime};
         if (ln && r.kind == ColumnKind::Text) r.sql = toNumber(r, l.kind);

@@ -241,7 +241,8 @@ TEST(TsqlDates, AnswerAsTheServer) {
         // A date minus a date is the difference as a date after 1900-01-01; 59.25 days here.
         {"select convert(datetime, '2024-03-01') - BillDate, convert(int, convert(datetime, '2024-03-01') - BillDate) "
          "from Aging where id = 1", "1900-03-01 06:00:00|59"},
-        {"select convert(datetime, '2024-01-02') + convert(datetime, '1900-01-03')", "2024-01-04 00:00:00"},
+        {"select convert(datetime, '2024-01-02') + convert(datetime, '1900-01-03'), BillDate - '2024-01-01' "
+         "from Aging where id = 1", "2024-01-04 00:00:00|1900-01-01 18:00:00"},
         // Aging filters: the number is a date too (30 is 1900-01-31).
         {"select id from Aging where convert(datetime, '2024-03-01') - BillDate > 30", "1"},
         {"select id from Aging where 30 > convert(datetime, '2024-03-01') - BillDate", "2"},
