@@ -1197,7 +1197,10 @@ private:
                                                                  : ColumnKind::Integer});
         std::vector<Typed*> refs;
         for (auto& t : list) refs.push_back(&t);
-        const QString value = comparedOperand(v, refs);
+        QString value = comparedOperand(v, refs);
+        // A date among numbers only: compared as its day count.
+        if (v.kind == ColumnKind::DateTime && stated == 0 && literals && literals->numbers && !literals->strings)
+            value = QStringLiteral("tsql_date_num(%1, 0)").arg(v.sql);
         QString out = QLatin1Char('(') + value + (e.negated ? QStringLiteral(" NOT IN (") : QStringLiteral(" IN ("));
         for (size_t i = 0; i < stated; ++i) out += (i ? QStringLiteral(", ") : QString()) + list[i].sql;
         if (literals) {

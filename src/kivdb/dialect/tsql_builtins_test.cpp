@@ -248,6 +248,7 @@ TEST(TsqlDates, AnswerAsTheServer) {
         {"select id from Aging where 30 > convert(datetime, '2024-03-01') - BillDate", "2"},
         {"select id from Aging where convert(datetime, '2024-03-01') - BillDate between 4 and 5", "2"},
         {"select count(*) where convert(datetime, '1900-01-31') = 30", "1"},
+        {"select id from Aging where BillDate in (45290.75, 1) or BillDate in (45345)", "1;2"},
         // To numbers: the time is a fraction, and an int rounds to the nearest day.
         {"select convert(float, BillDate), convert(int, BillDate), cast(BillDate as int), floor(convert(float, BillDate)) "
          "from Aging where id = 1", "45290.75|45291|45291|45290"},
