@@ -798,51 +798,91 @@ private:
     }
 
     // T-SQL names the target of update/delete ... from by a name or alias of its FROM list.
+    // A target in a join of the list is changed through its rowids (`joined`); one among the
+    // list's comma-separated sources is taken out of the list and is the statement's own
+    // table, which SQLite's update ... from joins with the rest; a target not in the list is
+    // a table of its own, joined with all of it.
     struct Target {
         QString table;
         QString alias;
+        bool joined = false;
+        QString exposed() const { return alias.isEmpty() ? table : alias; }
     };
+    static void tablesOf(const TableSource& source, bool inJoin, std::vector<std::pair<const TableSource*, bool>>& out) {
+        if (source.kind == TableSource::Table) out.emplace_back(&source, inJoin);
+        if (source.kind != TableSource::Join) return;
+        tablesOf(*source.left, true, out);
+        tablesOf(*source.right, true, out);
+    }
     Target findTarget(const Statement& s, std::vector<const TableSource*>& rest) {
+        std::vector<std::pair<const TableSource*, bool>> tables;  // with whether it sits in a join
+        for (const auto& source : s.from) tablesOf(*source, false, tables);
         // By its exposed name first; else the one reference to the table, aliased or not.
-        const TableSource* match = nullptr;
-        for (const auto& source : s.from)
-            if (source->kind == TableSource::Table && source->exposedName().compare(s.table, Qt::CaseInsensitive) == 0)
-                match = source.get();
+        const std::pair<const TableSource*, bool>* match = nullptr;
+        for (const auto& t : tables)
+            if (t.first->exposedName().compare(s.table, Qt::CaseInsensitive) == 0) match = &t;
         if (!match) {
             int references = 0;
-            for (const auto& source : s.from)
-                if (source->kind == TableSource::Table && source->name.compare(s.table, Qt::CaseInsensitive) == 0) {
-                    match = source.get();
-                    ++references;
-                }
+            for (const auto& t : tables)
+                if (t.first->name.compare(s.table, Qt::CaseInsensitive) == 0) match = &t, ++references;
             if (references > 1) match = nullptr;
         }
+        const bool joined = match && match->second;
         for (const auto& source : s.from)
-            if (source.get() != match) rest.push_back(source.get());
-        return match ? Target{match->name, match->alias} : Target{s.table, {}};
+            if (joined || !match || source.get() != match->first) rest.push_back(source.get());
+        return match ? Target{match->first->name, match->first->alias, joined} : Target{s.table, {}, false};
+    }
+
+    // The FROM list and where clause of a statement, printed as a select's.
+    QString fromAndWhere(const std::vector<const TableSource*>& sources, const Expr* where, Scope& scope) {
+        QStringList texts;
+        for (const TableSource* r : sources) texts << sourceText(*r, scope);
+        QString out = QStringLiteral(" FROM ") + texts.join(QStringLiteral(", "));
+        if (where) appendClause(out, QStringLiteral(" WHERE "), condition(*where, scope));
+        return out;
+    }
+
+    // The rowids of the target's rows the FROM list and where clause find.
+    QString targetRowids(const Target& target, const std::vector<const TableSource*>& sources, const Statement& s, Scope& scope) {
+        return QStringLiteral("SELECT ") + quoteName(target.exposed()) + QStringLiteral(".rowid") +
+               fromAndWhere(sources, s.where.get(), scope);
     }
 
     QString update(const Statement& s) {
         std::vector<const TableSource*> rest;
         const Target target = findTarget(s, rest);
         Scope scope(catalog_, nullptr);
-        scope.addTable(target.alias.isEmpty() ? target.table : target.alias, target.table);
+        if (!target.joined) scope.addTable(target.exposed(), target.table);
         for (const TableSource* r : rest) scope.addSource(*r);
-        QString out = QStringLiteral("UPDATE ") + quoteName(target.table);
-        if (!target.alias.isEmpty()) out += QStringLiteral(" AS ") + quoteName(target.alias);
         QStringList names;
         for (const auto& a : s.assignments) names << a.first;
         const auto targets = targetColumns(target.table, names);
-        QStringList sets;
-        for (size_t i = 0; i < s.assignments.size(); ++i)
-            sets << quoteName(s.assignments[i].first) + QStringLiteral(" = ") +
-                        storedValue(*s.assignments[i].second, scope, i < targets.size() ? targets[i] : CatalogColumn{});
-        out += QStringLiteral(" SET ") + sets.join(QStringLiteral(", "));
-        if (!rest.empty()) {
-            QStringList sources;
-            for (const TableSource* r : rest) sources << sourceText(*r, scope);
-            out += QStringLiteral(" FROM ") + sources.join(QStringLiteral(", "));
+        QStringList columns, values;
+        for (size_t i = 0; i < s.assignments.size(); ++i) {
+            columns << quoteName(s.assignments[i].first);
+            values << storedValue(*s.assignments[i].second, scope, i < targets.size() ? targets[i] : CatalogColumn{});
         }
+        if (target.joined) {
+            // Each target row takes the values of the first row the join finds for it; the
+            // statement's own table has a name no source of the list can hide.
+            static const QString self = quoteName(QStringLiteral("tsql_target"));
+            QString row = QStringLiteral("SELECT ") + values.join(QStringLiteral(", ")) + QStringLiteral(" FROM ");
+            QStringList texts;
+            for (const TableSource* r : rest) texts << sourceText(*r, scope);
+            row += texts.join(QStringLiteral(", ")) + QStringLiteral(" WHERE ") + quoteName(target.exposed()) +
+                   QStringLiteral(".rowid = ") + self + QStringLiteral(".rowid");
+            if (s.where) row += QStringLiteral(" AND (") + condition(*s.where, scope) + QLatin1Char(')');
+            const QString assigned = columns.size() == 1 ? columns.front() : paren(columns.join(QStringLiteral(", ")));
+            return QStringLiteral("UPDATE ") + quoteName(target.table) + QStringLiteral(" AS ") + self + QStringLiteral(" SET ") +
+                   assigned + QStringLiteral(" = (") + row + QStringLiteral(") WHERE rowid IN (") +
+                   targetRowids(target, rest, s, scope) + QLatin1Char(')');
+        }
+        QString out = QStringLiteral("UPDATE ") + quoteName(target.table);
+        if (!target.alias.isEmpty()) out += QStringLiteral(" AS ") + quoteName(target.alias);
+        QStringList sets;
+        for (qsizetype i = 0; i < columns.size(); ++i) sets << columns[i] + QStringLiteral(" = ") + values[i];
+        out += QStringLiteral(" SET ") + sets.join(QStringLiteral(", "));
+        if (!rest.empty()) return out + fromAndWhere(rest, s.where.get(), scope);
         if (s.where) appendClause(out, QStringLiteral(" WHERE "), condition(*s.where, scope));
         return out;
     }
@@ -858,17 +898,15 @@ private:
         // delete t from t, u where ...: the rows of t that the join finds.
         std::vector<const TableSource*> rest;
         const Target target = findTarget(s, rest);
-        const QString exposed = target.alias.isEmpty() ? target.table : target.alias;
         Scope scope(catalog_, nullptr);
-        scope.addTable(exposed, target.table);
+        if (!target.joined) scope.addTable(target.exposed(), target.table);
         for (const TableSource* r : rest) scope.addSource(*r);
-        QStringList sources;
-        sources << quoteName(target.table) + (target.alias.isEmpty() ? QString() : QStringLiteral(" AS ") + quoteName(target.alias));
-        for (const TableSource* r : rest) sources << sourceText(*r, scope);
-        QString inner = QStringLiteral("SELECT ") + quoteName(exposed) + QStringLiteral(".rowid FROM ") +
-                        sources.join(QStringLiteral(", "));
-        if (s.where) inner += QStringLiteral(" WHERE ") + condition(*s.where, scope);
-        return QStringLiteral("DELETE FROM ") + quoteName(target.table) + QStringLiteral(" WHERE rowid IN (") + inner + QLatin1Char(')');
+        TableSource own;
+        own.name = target.table;
+        own.alias = target.alias;
+        if (!target.joined) rest.insert(rest.begin(), &own);
+        return QStringLiteral("DELETE FROM ") + quoteName(target.table) + QStringLiteral(" WHERE rowid IN (") +
+               targetRowids(target, rest, s, scope) + QLatin1Char(')');
     }
 
     // ---- definitions
