@@ -627,15 +627,29 @@ private:
         if (acceptKeyword("as")) source->alias = name();
         else if (isName(peek())) source->alias = next().text;
         if (source->kind == TableSource::Derived && source->alias.isEmpty()) fail(peek());
-        // Table hints such as with (nolock) change nothing on the embedded engine.
-        if (peek().isKeyword("with") && peek(1).isOp("(")) {
-            next();
-            next();
-            while (!peek().isOp(")") && peek().type != TokenType::End) next();
-            expectOp(")");
-        }
+        skipTableHints();
         source->span.end = lastEnd();
         return source;
+    }
+
+    // Table hints change nothing on the embedded engine: `with (nolock)`, and the older
+    // form without `with`, `T (nolock)`, told from other parentheses by its first word.
+    void skipTableHints() {
+        static const QStringList kHints = {"nolock", "holdlock", "updlock", "rowlock", "tablock", "tablockx",
+                                           "paglock", "xlock", "readpast", "readuncommitted", "readcommitted",
+                                           "repeatableread", "serializable", "nowait", "index", "fastfirstrow"};
+        const bool withHints = peek().isKeyword("with") && peek(1).isOp("(");
+        const bool oldHints = peek().isOp("(") && peek(1).type == TokenType::Identifier &&
+                              kHints.contains(peek(1).text, Qt::CaseInsensitive);
+        if (!withHints && !oldHints) return;
+        if (withHints) next();
+        next();  // (
+        for (int depth = 1; depth > 0;) {
+            if (peek().type == TokenType::End) fail(peek());
+            if (peek().isOp("(")) ++depth;
+            else if (peek().isOp(")")) --depth;
+            next();
+        }
     }
 
     // ---- expressions

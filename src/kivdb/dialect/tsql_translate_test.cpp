@@ -274,6 +274,21 @@ INSTANTIATE_TEST_SUITE_P(
                                "'RP_RACCT', 'nosuch')",
                                {"2"}}));
 
+// Table hints, with and without `with`, change nothing; an insert's column list is no hint.
+INSTANTIATE_TEST_SUITE_P(
+    TableHints, TsqlRows,
+    ::testing::Values(
+        RowsCase{"OldHintForm", "select count(*) from Rp_RAcct (nolock)", {"3"}},
+        RowsCase{"HintsOnJoinedTables",
+                 "select count(*) from Rp_RAcct a (nolock) join Rp_TypeCodeInfo b with (nolock) on a.Type = b.Code "
+                 "left join T_pinvhea t (holdlock, rowlock) on t.NoteNo = a.NoteNo",
+                 {"2"}},
+        RowsCase{"IndexHint", "select CustNo from Rp_RAcct a (nolock, index(ix_cust)) where CustNo = 'c1'", {"C1"}},
+        RowsCase{"InsertColumnList",
+                 "insert into T_pinvhea (RefNo, NoteNo) select CustNo, NoteNo from Rp_RAcct (nolock) where CustNo = 'C1' "
+                 "select RefNo from T_pinvhea where NoteNo = 'S001'",
+                 {"C1"}}));
+
 // A statement the server rejects must fail here too, wherever the failure is found.
 struct ErrorCase {
     const char* name;
