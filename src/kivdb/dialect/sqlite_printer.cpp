@@ -857,6 +857,8 @@ private:
         QStringList names;
         for (const auto& a : s.assignments) names << a.first;
         const auto targets = targetColumns(target.table, names);
+        for (const CatalogColumn& c : targets)
+            if (c.identity) throw SqlError(QStringLiteral("Cannot update identity column '%1'.").arg(c.name).toStdString());
         QStringList columns, values;
         for (size_t i = 0; i < s.assignments.size(); ++i) {
             columns << quoteName(s.assignments[i].first);

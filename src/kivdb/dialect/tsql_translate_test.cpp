@@ -422,8 +422,8 @@ INSTANTIATE_TEST_SUITE_P(
         ChangeCase{"DeleteJoinFindingNothing",
                    "delete Rp_RAcct from Rp_RAcct a join Rp_TypeCodeInfo b on a.Type = b.Code where b.Type = 'X'",
                    "select count(*) from Rp_RAcct", {"3"}},
-        ChangeCase{"IncrementInPlace", "update pl_jbmain set RefNo = RefNo + 10 where slordno = 'so1'",
-                   "select RefNo from pl_jbmain order by 1", {"2", "11"}},
+        ChangeCase{"IncrementInPlace", "update Rp_RAcct set Type = Type + 10 where CustNo = 'c1'",
+                   "select Type from Rp_RAcct order by 1", {"2", "3", "11"}},
         ChangeCase{"SeveralStatements",
                    "insert into T_pinvhea values ('3', 'T3'); delete from T_pinvhea where NoteNo = 'T1' "
                    "update T_pinvhea set RefNo = '4' where NoteNo = 'T3'",
