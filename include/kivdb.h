@@ -15,7 +15,8 @@
  *    (strings) or kivdb_variant_free (variants).
  *  - Booleans are one byte; dates are doubles, days since 30 December 1899 (0 = no date).
  *  - Errors never cross as exceptions: the export answers its default and kivdb_last_error()
- *    holds the message for the calling thread; a successful call clears it.
+ *    holds the message for the calling thread; every call clears it first, except
+ *    kivdb_last_error itself and the releases kivdb_free and kivdb_variant_free.
  */
 #ifndef KIVDB_H
 #define KIVDB_H

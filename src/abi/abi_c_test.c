@@ -60,6 +60,11 @@ static void checkThreadsShareOneConnection(kivdb_conn* conn) {
     check(wrong == 0, "threads sharing one connection all get their own answers");
 }
 
+static void callDisconnectNull(void) { kivdb_disconnect(NULL); }
+static void callVariantInt(void) { kivdb_variant_free(kivdb_variant_int(1)); }
+static void callVariantCount(void) { kivdb_variant_count(NULL); }
+static void callSetEncoding(void) { kivdb_set_encoding("GBK"); }
+
 static int failsWith(const char* fragment) { return strstr(kivdb_last_error(), fragment) != NULL; }
 
 /* A handle that was closed, whose data module was removed, or that never came from the
@@ -151,6 +156,23 @@ int main(int argc, char** argv) {
     kivdb_free(name);
 
     check(SelTableIntValue(NULL, "select 1") == 0 && strlen(kivdb_last_error()) > 0, "null connection");
+    /* Every call clears the error before it; releasing leaves it to be read. */
+    struct { void (*call)(void); const char* what; } clearing[] = {
+        {callDisconnectNull, "disconnect(NULL) clears the last error"},
+        {callVariantInt, "a variant made clears the last error"},
+        {callVariantCount, "a variant read clears the last error"},
+        {callSetEncoding, "set_encoding clears the last error"},
+    };
+    for (size_t i = 0; i < sizeof clearing / sizeof clearing[0]; ++i) {
+        SelTableIntValue(NULL, "select 1");
+        clearing[i].call();
+        check(kivdb_last_error()[0] == '\0', clearing[i].what);
+    }
+    kivdb_variant* argument = kivdb_variant_null();
+    SelTableIntValue(NULL, "select 1");
+    kivdb_variant_free(argument);
+    kivdb_free(NULL);
+    check(strlen(kivdb_last_error()) > 0, "releasing keeps the last error");
     checkThreadsShareOneConnection(conn);
     checkStaleHandles(url);
     kivdb_disconnect(conn);

@@ -195,6 +195,7 @@ KIVDB_API kivdb_conn* KIVDB_CALL kivdb_connect(const char* url) {
 
 // A call still running on the connection in another thread keeps it open until it ends.
 KIVDB_API void KIVDB_CALL kivdb_disconnect(kivdb_conn* conn) {
+    abi::clearLastError();
     if (!conn) return;
     abi::guarded([&] {
         if (abi::connections().removeOwned(abi::keyOf(conn)) == abi::HandleRegistry<Connection>::Removal::Unknown)
@@ -205,32 +206,39 @@ KIVDB_API void KIVDB_CALL kivdb_disconnect(kivdb_conn* conn) {
 KIVDB_API const char* KIVDB_CALL kivdb_last_error(void) { return abi::lastError.constData(); }
 
 KIVDB_API bool KIVDB_CALL kivdb_set_encoding(const char* name) {
+    abi::clearLastError();
     const auto encoding = hostEncodingNamed(name ? name : "");
-    if (!encoding) return false;
+    if (!encoding) return abi::setLastError(QStringLiteral("unknown encoding '%1'").arg(QString::fromLatin1(name ? name : ""))), false;
     abi::hostEncoding = *encoding;
     return true;
 }
 
 KIVDB_API void KIVDB_CALL kivdb_free(char* text) { std::free(text); }
 
-KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_null(void) { return abi::newVariant({}); }
-KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_int(int64_t value) { return abi::newVariant(qlonglong(value)); }
-KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_float(double value) { return abi::newVariant(value); }
+// Every entry point but kivdb_last_error and the two releases clears the previous error
+// first; releasing leaves it, so a host may free its arguments before reading it.
+KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_null(void) { return abi::clearLastError(), abi::newVariant({}); }
+KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_int(int64_t value) {
+    return abi::clearLastError(), abi::newVariant(qlonglong(value));
+}
+KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_float(double value) { return abi::clearLastError(), abi::newVariant(value); }
 KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_text(const char* value) {
     return abi::guarded<kivdb_variant*>(nullptr, [&] { return abi::newVariant(abi::inText(value)); });
 }
-KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_bool(bool value) { return abi::newVariant(value); }
+KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_bool(bool value) { return abi::clearLastError(), abi::newVariant(value); }
 KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_date(double value) {
-    return abi::newVariant(fromOleDate(value));
+    return abi::clearLastError(), abi::newVariant(fromOleDate(value));
 }
 
 KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_array(const kivdb_variant* const* items, int32_t count) {
+    abi::clearLastError();
     QVariantList list;
     for (int32_t i = 0; items && i < count; ++i) list.append(abi::inVariant(items[i]));
     return abi::newVariant(list);
 }
 
 KIVDB_API int32_t KIVDB_CALL kivdb_variant_type(const kivdb_variant* v) {
+    abi::clearLastError();
     if (v && v->isArray) return KIVDB_VT_ARRAY;
     const QVariant value = abi::inVariant(v);
     if (!value.isValid() || value.isNull()) return KIVDB_VT_NULL;
@@ -255,14 +263,17 @@ KIVDB_API double KIVDB_CALL kivdb_variant_as_float(const kivdb_variant* v) {
 }
 
 KIVDB_API char* KIVDB_CALL kivdb_variant_as_text(const kivdb_variant* v) {
+    abi::clearLastError();
     return abi::newText(fieldText(abi::inVariant(v)));
 }
 
 KIVDB_API int32_t KIVDB_CALL kivdb_variant_count(const kivdb_variant* v) {
+    abi::clearLastError();
     return v && v->isArray ? int32_t(v->items.size()) : 0;
 }
 
 KIVDB_API const kivdb_variant* KIVDB_CALL kivdb_variant_item(const kivdb_variant* v, int32_t index) {
+    abi::clearLastError();
     if (!v || !v->isArray || index < 0 || size_t(index) >= v->items.size()) return nullptr;
     return v->items[size_t(index)].get();
 }

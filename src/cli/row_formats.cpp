@@ -105,7 +105,10 @@ QString text(const RowSet& rows) {
 QString csv(const RowSet& rows) {
     if (rows.columns.empty()) return {};  // a statement without a result
     QStringList header;
-    for (const auto& column : rows.columns) header << csvField(column.name);
+    for (size_t i = 0; i < rows.columns.size(); ++i) {
+        const QString& name = rows.columns[i].name;
+        header << csvField(name.isEmpty() ? QStringLiteral("column_%1").arg(i + 1) : name);
+    }
     QString out = header.join(QLatin1Char(',')) + QLatin1String("\r\n");
     for (const auto& row : rows.rows) {
         QStringList fields;

@@ -105,28 +105,46 @@ QString serverMessage(const QString& engineMessage) {
         return QLatin1String(kNestedTooDeeply) +
                QStringLiteral(" The embedded database nests subqueries about 10 levels deep (the server 32) and "
                               "takes about 1000 operators in one expression.");
-    // The engine's own words for a name it does not know, in the server's.
+    // The engine's own words, in the server's: names it does not know, statements that do
+    // not fit the table. Each row reads the engine's message and words the server's.
+    using Match = QRegularExpressionMatch;
     struct Wording {
-        const char* enginePrefix;
-        const char* server;     // %1: the name
-        const char* qualified;  // for a name with its table's, when it reads otherwise
+        QRegularExpression engine;
+        QString (*server)(const Match&);
     };
+    static const auto name = [](const Match& m, int i) { return quotedExcerpt(m.captured(i)); };
     static const Wording kWordings[] = {
-        {"no such table: ",         "Invalid object name '%1'.",                          nullptr},
-        {"no such column: ",        "Invalid column name '%1'.",                          "The multi-part identifier \"%1\" could not be bound."},
-        {"no such function: ",      "'%1' is not a recognized built-in function name.",   nullptr},
-        {"ambiguous column name: ", "Ambiguous column name '%1'.",                        nullptr},
+        {QRegularExpression(QStringLiteral("^no such table: (.*)$")),
+         [](const Match& m) { return QStringLiteral("Invalid object name '%1'.").arg(name(m, 1)); }},
+        {QRegularExpression(QStringLiteral("^no such column: (.*)$")),
+         [](const Match& m) {
+             return m.captured(1).contains(QLatin1Char('.'))
+                        ? QStringLiteral("The multi-part identifier \"%1\" could not be bound.").arg(name(m, 1))
+                        : QStringLiteral("Invalid column name '%1'.").arg(name(m, 1));
+         }},
+        {QRegularExpression(QStringLiteral("^table .* has no column named (.*)$")),
+         [](const Match& m) { return QStringLiteral("Invalid column name '%1'.").arg(name(m, 1)); }},
+        {QRegularExpression(QStringLiteral("^no such function: (.*)$")),
+         [](const Match& m) { return QStringLiteral("'%1' is not a recognized built-in function name.").arg(name(m, 1)); }},
+        {QRegularExpression(QStringLiteral("^ambiguous column name: (.*)$")),
+         [](const Match& m) { return QStringLiteral("Ambiguous column name '%1'.").arg(name(m, 1)); }},
+        {QRegularExpression(QStringLiteral("^near \"(.*)\": syntax error$"), QRegularExpression::DotMatchesEverythingOption),
+         [](const Match& m) { return QStringLiteral("Incorrect syntax near '%1'.").arg(name(m, 1)); }},
+        {QRegularExpression(QStringLiteral("^(?:table|view) \"?(.*?)\"? already exists$")),
+         [](const Match& m) { return QStringLiteral("There is already an object named '%1' in the database.").arg(name(m, 1)); }},
+        {QRegularExpression(QStringLiteral("^table .* has \\d+ columns but \\d+ values were supplied$")),
+         [](const Match&) { return QStringLiteral("Column name or number of supplied values does not match table definition."); }},
+        {QRegularExpression(QStringLiteral("^(\\d+) values for (\\d+) columns$")),
+         [](const Match& m) {
+             const bool moreColumns = m.captured(1).toLongLong() < m.captured(2).toLongLong();
+             return QStringLiteral("There are %1 columns in the INSERT statement than values specified in the VALUES "
+                                   "clause. The number of values in the VALUES clause must match the number of columns "
+                                   "specified in the INSERT statement.")
+                 .arg(moreColumns ? QStringLiteral("more") : QStringLiteral("fewer"));
+         }},
     };
-    for (const Wording& w : kWordings) {
-        if (!engineMessage.startsWith(QLatin1String(w.enginePrefix))) continue;
-        const QString name = quotedExcerpt(engineMessage.mid(qsizetype(qstrlen(w.enginePrefix))));
-        const bool qualified = w.qualified && name.contains(QLatin1Char('.'));
-        return QString::fromLatin1(qualified ? w.qualified : w.server).arg(name);
-    }
-    static const QRegularExpression syntaxError(QStringLiteral("^near \"(.*)\": syntax error$"),
-                                                QRegularExpression::DotMatchesEverythingOption);
-    if (const auto m = syntaxError.match(engineMessage); m.hasMatch())
-        return QStringLiteral("Incorrect syntax near '%1'.").arg(quotedExcerpt(m.captured(1)));
+    for (const Wording& w : kWordings)
+        if (const Match m = w.engine.match(engineMessage); m.hasMatch()) return w.server(m);
     return engineMessage;
 }
 

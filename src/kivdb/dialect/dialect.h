@@ -50,6 +50,7 @@ struct CatalogColumn {
     bool identity = false;  // numbered by the database; left out of inserts without a column list
     NumericType numeric = {};
     bool national = false;  // nchar, nvarchar, ntext, sysname: two bytes a character, trailing blanks kept by like
+    bool minutes = false;   // smalldatetime: to the minute, 1900-01-01..2079-06-06
 };
 
 // What the translator may ask of the database: the columns of a table (temporary ones

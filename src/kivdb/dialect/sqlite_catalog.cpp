@@ -73,7 +73,7 @@ std::optional<std::vector<CatalogColumn>> SqliteCatalog::tableColumns(const QStr
             // The DDL translation declares identity columns, and only them, as INTEGER keys.
             const bool identity = text(1) == QLatin1String("INTEGER") && sqlite3_column_int(stmt, 2) == 1;
             columns.push_back({text(0), columnKindFromDeclType(text(1)), identity, numericTypeFromDeclType(text(1)),
-                               isNationalDeclType(text(1))});
+                               isNationalDeclType(text(1)), text(1).startsWith(QLatin1String("smalldatetime"), Qt::CaseInsensitive)});
         }
         if (!columns.empty()) result = std::move(columns);
     }

@@ -94,6 +94,7 @@ QString conversionTarget(ColumnKind k) {
     case ColumnKind::Float: return QStringLiteral("float");
     case ColumnKind::Money: return QStringLiteral("money");
     case ColumnKind::Decimal: return QStringLiteral("numeric");
+    case ColumnKind::Bit: return QStringLiteral("bit");
     default: return QStringLiteral("int");
     }
 }
@@ -286,6 +287,15 @@ NumericType exactResult(QChar op, ColumnKind kind, NumericType a, NumericType b)
     return capped(p1 - s1 + s2 + scale, scale);
 }
 
+// The SQL of an operand the runtime reads exactly: a decimal literal past the 15 digits a
+// double keeps goes as its text, so ranges and arithmetic see the digits written.
+QString exactOperand(const Typed& t) {
+    if (!t.literalNumber || t.kind != ColumnKind::Decimal) return t.sql;
+    int digits = 0;
+    for (const QChar c : t.literalValue) digits += c.isDigit() && (digits > 0 || c != u'0');
+    return digits > 15 ? QLatin1Char('\'') + t.literalValue + QLatin1Char('\'') : t.sql;
+}
+
 // Whether a value of type `from` is already what a column of type `to` stores: a literal
 // that is its own stored value, or a type whose every value the column holds unchanged.
 bool storesUnchanged(const Typed& from, ColumnKind toKind, NumericType to) {
@@ -349,6 +359,9 @@ private:
     bool hoistDerived_ = false;
     QStringList commonTables_;
     bool checkFirstItem_ = false;  // the next select core's item is wrapped in tsql_single
+    // The next select core's items are a result's columns: one the server leaves unnamed (no
+    // alias, no plain column) is unnamed here too, never named after the SQLite text.
+    bool unnamedItems_ = false;
 
     static int derivedDepth(const TableSource& s) {
         switch (s.kind) {
@@ -400,6 +413,7 @@ private:
         if (!first.into.isEmpty()) return selectInto(s);
         std::vector<ColumnKind> itemKinds;
         std::vector<NumericType> itemNumerics;
+        unnamedItems_ = true;
         QString text = select(s, nullptr, &itemKinds, {}, &itemNumerics);
         if (const auto columns = resultColumns(first, itemKinds, itemNumerics)) {
             resultKinds.emplace();
@@ -446,12 +460,13 @@ private:
         QStringList parts;
         std::unique_ptr<Scope> firstScope;
         const bool single = s.cores.size() == 1;
+        const std::vector<ColumnKind> unionKinds = single ? std::vector<ColumnKind>{} : unionColumnKinds(s, parent);
         for (size_t i = 0; i < s.cores.size(); ++i) {
             const SelectCore& core = s.cores[i];
             auto scope = std::make_unique<Scope>(catalog_, parent);
             scope->addSources(core.from);
             QString text = coreText(core, *scope, i == 0 ? kinds : nullptr, i == 0 ? firstColumnName : QString(),
-                                    i == 0 ? numerics : nullptr);
+                                    i == 0 ? numerics : nullptr, &unionKinds);
             if (core.top && !single) text = QStringLiteral("SELECT * FROM (") + text + topClause(core) + QStringLiteral(")");
             if (i > 0) parts << (s.unionAll[i - 1] ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION "));
             parts << text;
@@ -478,16 +493,57 @@ private:
 
     static const SelectCore& first(const SelectStmt& s) { return s.cores.front(); }
 
+    // The server converts each column of a union to the type of highest precedence among
+    // its cores: a number in any core makes the text of the others numbers, with the
+    // server's conversion error for text that is none. The cores are translated once for
+    // their types only, leaving nothing behind.
+    std::vector<ColumnKind> unionColumnKinds(const SelectStmt& s, const Scope* parent) {
+        for (const SelectCore& core : s.cores)  // a * leaves the columns' positions unknown here
+            for (const auto& item : core.items)
+                if (item.expr->kind == ExprKind::Star) return {};
+        const qsizetype commonTables = commonTables_.size();
+        const bool checkFirstItem = checkFirstItem_, unnamedItems = unnamedItems_;
+        std::vector<ColumnKind> highest;
+        for (const SelectCore& core : s.cores) {
+            Scope scope(catalog_, parent);
+            scope.addSources(core.from);
+            std::vector<ColumnKind> kinds;
+            checkFirstItem_ = unnamedItems_ = false;
+            coreText(core, scope, &kinds);
+            highest.resize(std::max(highest.size(), kinds.size()), ColumnKind::Unknown);
+            for (size_t i = 0; i < kinds.size(); ++i)
+                if (numericPrecedence(kinds[i]) > numericPrecedence(highest[i])) highest[i] = kinds[i];
+        }
+        commonTables_.resize(commonTables);
+        checkFirstItem_ = checkFirstItem, unnamedItems_ = unnamedItems;
+        return highest;
+    }
+
+    // The server's order of the numeric types, highest last; 0 for the others.
+    static int numericPrecedence(ColumnKind k) {
+        switch (k) {
+        case ColumnKind::Bit: return 1;
+        case ColumnKind::Integer: return 2;
+        case ColumnKind::Money: return 3;
+        case ColumnKind::Decimal: return 4;
+        case ColumnKind::Float: return 5;
+        default: return 0;
+        }
+    }
+
     QString topClause(const SelectCore& core) {
         if (core.topPercent) throw SqlError("TOP PERCENT is not supported on the embedded database.");
         Scope none(catalog_, nullptr);
         return QStringLiteral(" LIMIT ") + expr(*core.top, none).sql;
     }
 
+    // unionKinds: the numeric kinds a union converts this core's text columns to.
     QString coreText(const SelectCore& core, Scope& scope, std::vector<ColumnKind>* kinds,
-                     const QString& firstColumnName = {}, std::vector<NumericType>* numerics = nullptr) {
+                     const QString& firstColumnName = {}, std::vector<NumericType>* numerics = nullptr,
+                     const std::vector<ColumnKind>* unionKinds = nullptr) {
         // Taken before anything nested is printed: it belongs to this core.
         const bool checkFirstItem = std::exchange(checkFirstItem_, false);
+        const bool unnamedItems = std::exchange(unnamedItems_, false);
         // The sources first: translating a derived table types its columns.
         QStringList sources;
         for (const auto& source : core.from) sources << sourceText(*source, scope);
@@ -502,12 +558,16 @@ private:
                 if (numerics) numerics->push_back({});
                 continue;
             }
-            const Typed t = expr(*item.expr, scope);
+            Typed t = expr(*item.expr, scope);
+            const size_t column = size_t(items.size());
+            if (unionKinds && column < unionKinds->size() && t.kind == ColumnKind::Text && numericPrecedence((*unionKinds)[column]) > 0)
+                t = Typed{toNumber(t, (*unionKinds)[column]), (*unionKinds)[column]};
             if (kinds) kinds->push_back(t.kind);
             if (numerics) numerics->push_back(t.numeric);
             const QString sql = checkFirstItem && items.isEmpty() ? QStringLiteral("tsql_single(") + t.sql + QLatin1Char(')')
                                                                   : collated(*item.expr, t);
-            items << (alias.isEmpty() ? sql : sql + QStringLiteral(" AS ") + quoteName(alias));
+            if (alias.isEmpty() && unnamedItems && item.expr->kind != ExprKind::Column) items << sql + QStringLiteral(" AS \"\"");
+            else items << (alias.isEmpty() ? sql : sql + QStringLiteral(" AS ") + quoteName(alias));
         }
         out += items.join(QStringLiteral(", "));
         if (!sources.isEmpty()) out += QStringLiteral(" FROM ") + sources.join(QStringLiteral(", "));
@@ -613,7 +673,8 @@ private:
             const NumericType d = digitsOf(c.kind, c.numeric);
             return QStringLiteral(" decimal_real(%1,%2)").arg(d.precision).arg(d.scale);
         }
-        case ColumnKind::DateTime: return QStringLiteral(" datetime_text COLLATE TSQL_DATE");
+        case ColumnKind::DateTime:
+            return c.minutes ? QStringLiteral(" smalldatetime_text COLLATE TSQL_DATE") : QStringLiteral(" datetime_text COLLATE TSQL_DATE");
         case ColumnKind::Bit: return QStringLiteral(" bit");
         case ColumnKind::Unknown: return QString();
         }
@@ -646,14 +707,20 @@ private:
             // Text too is converted by the runtime, with the server's messages.
             const NumericType to = digitsOf(target.kind, target.numeric);
             if (t.kind != ColumnKind::Text && storesUnchanged(t, target.kind, to)) return t.sql;
-            return QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(t.sql, exactTypeArgs(target.kind, to), sourceTypeName(t));
+            return QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(exactOperand(t), exactTypeArgs(target.kind, to), sourceTypeName(t));
         }
         if (isNumeric(target.kind) && t.kind == ColumnKind::Text) t.sql = toNumber(t, target.kind);
-        // Dates are stored in one of the two date forms, whatever form the text was in.
-        // A number is days since 1900-01-01, the server's zero date.
-        if (target.kind == ColumnKind::DateTime && (t.kind == ColumnKind::Text || isNumeric(t.kind)))
-            return QStringLiteral("tsql_store_date(%1)").arg(t.sql);
-        return t.sql;
+        return storedDate(t, target).value_or(t.sql);
+    }
+
+    // Dates are stored in one of the two date forms, whatever form the text was in; a
+    // number is days since 1900-01-01, the server's zero date. A smalldatetime column
+    // takes every value to the minute.
+    static std::optional<QString> storedDate(const Typed& t, const CatalogColumn& target) {
+        if (target.kind != ColumnKind::DateTime) return std::nullopt;
+        if (target.minutes) return QStringLiteral("tsql_store_date(%1, 1)").arg(t.sql);
+        if (t.kind == ColumnKind::Text || isNumeric(t.kind)) return QStringLiteral("tsql_store_date(%1)").arg(t.sql);
+        return std::nullopt;
     }
 
     // insert ... select: the selected values converted as a store converts them, through a
@@ -673,6 +740,11 @@ private:
             Typed value{name, (*columns)[i].kind, (*columns)[i].numeric};
             const bool exact = target.kind == ColumnKind::Integer || target.kind == ColumnKind::Money || target.kind == ColumnKind::Decimal;
             const NumericType to = digitsOf(target.kind, target.numeric);
+            if (const auto date = storedDate(value, target)) {
+                values << *date;
+                converted = true;
+                continue;
+            }
             if (!exact || storesUnchanged(value, target.kind, to)) {
                 values << name;
                 continue;
@@ -725,87 +797,96 @@ private:
         return out + QStringLiteral(" VALUES ") + rows.join(QStringLiteral(", "));
     }
 
-    // T-SQL's update/delete ... from names its target by an alias of the FROM list, or by the
-    // name of an unaliased table there, or else by the name of the one reference to that
-    // table. Joins count: the target may sit anywhere in a join tree. Null when the target is
-    // not in the FROM list, which then reads as crossed with it.
-    static void tablesOf(const TableSource& source, std::vector<const TableSource*>& out) {
-        if (source.kind == TableSource::Join) {
-            tablesOf(*source.left, out);
-            tablesOf(*source.right, out);
-        } else if (source.kind == TableSource::Table) {
-            out.push_back(&source);
-        }
+    // T-SQL names the target of update/delete ... from by a name or alias of its FROM list.
+    // A target in a join of the list is changed through its rowids (`joined`); one among the
+    // list's comma-separated sources is taken out of the list and is the statement's own
+    // table, which SQLite's update ... from joins with the rest; a target not in the list is
+    // a table of its own, joined with all of it.
+    struct Target {
+        QString table;
+        QString alias;
+        bool joined = false;
+        QString exposed() const { return alias.isEmpty() ? table : alias; }
+    };
+    static void tablesOf(const TableSource& source, bool inJoin, std::vector<std::pair<const TableSource*, bool>>& out) {
+        if (source.kind == TableSource::Table) out.emplace_back(&source, inJoin);
+        if (source.kind != TableSource::Join) return;
+        tablesOf(*source.left, true, out);
+        tablesOf(*source.right, true, out);
     }
-    static const TableSource* findTarget(const Statement& s) {
-        std::vector<const TableSource*> tables;
-        for (const auto& source : s.from) tablesOf(*source, tables);
-        for (const TableSource* t : tables)
-            if (t->exposedName().compare(s.table, Qt::CaseInsensitive) == 0) return t;
-        const TableSource* match = nullptr;
-        for (const TableSource* t : tables)
-            if (t->name.compare(s.table, Qt::CaseInsensitive) == 0) {
-                if (match) return nullptr;
-                match = t;
-            }
-        return match;
+    Target findTarget(const Statement& s, std::vector<const TableSource*>& rest) {
+        std::vector<std::pair<const TableSource*, bool>> tables;  // with whether it sits in a join
+        for (const auto& source : s.from) tablesOf(*source, false, tables);
+        // By its exposed name first; else the one reference to the table, aliased or not.
+        const std::pair<const TableSource*, bool>* match = nullptr;
+        for (const auto& t : tables)
+            if (t.first->exposedName().compare(s.table, Qt::CaseInsensitive) == 0) match = &t;
+        if (!match) {
+            int references = 0;
+            for (const auto& t : tables)
+                if (t.first->name.compare(s.table, Qt::CaseInsensitive) == 0) match = &t, ++references;
+            if (references > 1) match = nullptr;
+        }
+        const bool joined = match && match->second;
+        for (const auto& source : s.from)
+            if (joined || !match || source.get() != match->first) rest.push_back(source.get());
+        return match ? Target{match->first->name, match->first->alias, joined} : Target{s.table, {}, false};
     }
 
-    // The rows of the target that the FROM list and the condition find, as a select of the
-    // target instance's rowid and of the items that items() prints in the FROM list's scope.
-    template <typename Items>
-    QString targetRows(const Statement& s, const TableSource* target, Items items) {
-        Scope scope(catalog_, nullptr);
-        QStringList sources;
-        if (!target) {
-            scope.addTable(s.table, s.table);
-            sources << quoteName(s.table);
-        }
-        for (const auto& source : s.from) scope.addSource(*source);
-        for (const auto& source : s.from) sources << sourceText(*source, scope);
-        const QString exposed = target ? target->exposedName() : s.table;
-        QStringList columns{quoteName(exposed) + QStringLiteral(".rowid AS \"tsql_rowid\"")};
-        columns << items(scope);
-        QString out = QStringLiteral("SELECT ") + columns.join(QStringLiteral(", ")) + QStringLiteral(" FROM ") +
-                      sources.join(QStringLiteral(", "));
-        if (s.where) out += QStringLiteral(" WHERE ") + condition(*s.where, scope);
+    // The FROM list and where clause of a statement, printed as a select's.
+    QString fromAndWhere(const std::vector<const TableSource*>& sources, const Expr* where, Scope& scope) {
+        QStringList texts;
+        for (const TableSource* r : sources) texts << sourceText(*r, scope);
+        QString out = QStringLiteral(" FROM ") + texts.join(QStringLiteral(", "));
+        if (where) appendClause(out, QStringLiteral(" WHERE "), condition(*where, scope));
         return out;
     }
 
+    // The rowids of the target's rows the FROM list and where clause find.
+    QString targetRowids(const Target& target, const std::vector<const TableSource*>& sources, const Statement& s, Scope& scope) {
+        return QStringLiteral("SELECT ") + quoteName(target.exposed()) + QStringLiteral(".rowid") +
+               fromAndWhere(sources, s.where.get(), scope);
+    }
+
     QString update(const Statement& s) {
-        const TableSource* target = findTarget(s);
-        const QString table = target ? target->name : s.table;
+        std::vector<const TableSource*> rest;
+        const Target target = findTarget(s, rest);
+        Scope scope(catalog_, nullptr);
+        if (!target.joined) scope.addTable(target.exposed(), target.table);
+        for (const TableSource* r : rest) scope.addSource(*r);
         QStringList names;
         for (const auto& a : s.assignments) names << a.first;
-        const auto targets = targetColumns(table, names);
-        auto value = [&](size_t i, const Scope& scope) {
-            return storedValue(*s.assignments[i].second, scope, i < targets.size() ? targets[i] : CatalogColumn{});
-        };
-        QStringList sets;
-        if (s.from.empty()) {
-            Scope scope(catalog_, nullptr);
-            scope.addTable(table, table);
-            for (size_t i = 0; i < s.assignments.size(); ++i)
-                sets << quoteName(s.assignments[i].first) + QStringLiteral(" = ") + value(i, scope);
-            QString out = QStringLiteral("UPDATE ") + quoteName(table) + QStringLiteral(" SET ") + sets.join(QStringLiteral(", "));
-            if (s.where) appendClause(out, QStringLiteral(" WHERE "), condition(*s.where, scope));
-            return out;
+        const auto targets = targetColumns(target.table, names);
+        for (const CatalogColumn& c : targets)
+            if (c.identity) throw SqlError(QStringLiteral("Cannot update identity column '%1'.").arg(c.name).toStdString());
+        QStringList columns, values;
+        for (size_t i = 0; i < s.assignments.size(); ++i) {
+            columns << quoteName(s.assignments[i].first);
+            values << storedValue(*s.assignments[i].second, scope, i < targets.size() ? targets[i] : CatalogColumn{});
         }
-        // update ... from: the new values are computed per row of the FROM list, as a select
-        // would, and joined back to the target by rowid. The target is never named twice in
-        // one FROM list, so self-joins, unaliased targets and outer joins read as in a select;
-        // a target row the join finds more than once takes the values of one of them.
-        const QString rows = targetRows(s, target, [&](const Scope& scope) {
-            QStringList values;
-            for (size_t i = 0; i < s.assignments.size(); ++i)
-                values << value(i, scope) + QStringLiteral(" AS \"tsql_set_%1\"").arg(i + 1);
-            return values;
-        });
-        for (size_t i = 0; i < s.assignments.size(); ++i)
-            sets << quoteName(s.assignments[i].first) + QStringLiteral(" = \"tsql_set\".\"tsql_set_%1\"").arg(i + 1);
-        return QStringLiteral("UPDATE ") + quoteName(table) + QStringLiteral(" SET ") + sets.join(QStringLiteral(", ")) +
-               QStringLiteral(" FROM (") + rows + QStringLiteral(") AS \"tsql_set\" WHERE ") + quoteName(table) +
-               QStringLiteral(".rowid = \"tsql_set\".\"tsql_rowid\"");
+        if (target.joined) {
+            // Each target row takes the values of the first row the join finds for it; the
+            // statement's own table has a name no source of the list can hide.
+            static const QString self = quoteName(QStringLiteral("tsql_target"));
+            QString row = QStringLiteral("SELECT ") + values.join(QStringLiteral(", ")) + QStringLiteral(" FROM ");
+            QStringList texts;
+            for (const TableSource* r : rest) texts << sourceText(*r, scope);
+            row += texts.join(QStringLiteral(", ")) + QStringLiteral(" WHERE ") + quoteName(target.exposed()) +
+                   QStringLiteral(".rowid = ") + self + QStringLiteral(".rowid");
+            if (s.where) row += QStringLiteral(" AND (") + condition(*s.where, scope) + QLatin1Char(')');
+            const QString assigned = columns.size() == 1 ? columns.front() : paren(columns.join(QStringLiteral(", ")));
+            return QStringLiteral("UPDATE ") + quoteName(target.table) + QStringLiteral(" AS ") + self + QStringLiteral(" SET ") +
+                   assigned + QStringLiteral(" = (") + row + QStringLiteral(") WHERE rowid IN (") +
+                   targetRowids(target, rest, s, scope) + QLatin1Char(')');
+        }
+        QString out = QStringLiteral("UPDATE ") + quoteName(target.table);
+        if (!target.alias.isEmpty()) out += QStringLiteral(" AS ") + quoteName(target.alias);
+        QStringList sets;
+        for (qsizetype i = 0; i < columns.size(); ++i) sets << columns[i] + QStringLiteral(" = ") + values[i];
+        out += QStringLiteral(" SET ") + sets.join(QStringLiteral(", "));
+        if (!rest.empty()) return out + fromAndWhere(rest, s.where.get(), scope);
+        if (s.where) appendClause(out, QStringLiteral(" WHERE "), condition(*s.where, scope));
+        return out;
     }
 
     QString deleteStatement(const Statement& s) {
@@ -816,11 +897,18 @@ private:
             if (s.where) appendClause(out, QStringLiteral(" WHERE "), condition(*s.where, scope));
             return out;
         }
-        // delete t from t a join u ...: the rows of that instance of t that the join finds.
-        const TableSource* target = findTarget(s);
-        const QString table = target ? target->name : s.table;
-        return QStringLiteral("DELETE FROM ") + quoteName(table) + QStringLiteral(" WHERE rowid IN (") +
-               targetRows(s, target, [](const Scope&) { return QStringList{}; }) + QLatin1Char(')');
+        // delete t from t, u where ...: the rows of t that the join finds.
+        std::vector<const TableSource*> rest;
+        const Target target = findTarget(s, rest);
+        Scope scope(catalog_, nullptr);
+        if (!target.joined) scope.addTable(target.exposed(), target.table);
+        for (const TableSource* r : rest) scope.addSource(*r);
+        TableSource own;
+        own.name = target.table;
+        own.alias = target.alias;
+        if (!target.joined) rest.insert(rest.begin(), &own);
+        return QStringLiteral("DELETE FROM ") + quoteName(target.table) + QStringLiteral(" WHERE rowid IN (") +
+               targetRowids(target, rest, s, scope) + QLatin1Char(')');
     }
 
     // ---- definitions
@@ -869,7 +957,8 @@ private:
         for (const auto& c : s.columnDefs) {
             defs << columnSql(c, true);
             const DeclaredType d = c.identity ? DeclaredType{{}, ColumnKind::Integer, {}, {10, 0}} : declaredType(c.type);
-            columns.push_back({c.name, d.kind, c.identity, d.numeric, isNationalType(c.type)});
+            columns.push_back({c.name, d.kind, c.identity, d.numeric, isNationalType(c.type),
+                               c.type.name.compare(QLatin1String("smalldatetime"), Qt::CaseInsensitive) == 0});
         }
         Scope none(catalog_, nullptr);
         for (const auto& k : s.constraints) {
@@ -963,7 +1052,7 @@ private:
             if (numericKind == ColumnKind::Bit && v.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0) return QStringLiteral("1");
             if (numericKind == ColumnKind::Bit && v.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0) return QStringLiteral("0");
             bool ok = false;
-            if (target == QLatin1String("int")) {
+            if (target == QLatin1String("int") || target == QLatin1String("bit")) {
                 const qlonglong n = v.toLongLong(&ok);
                 if (ok) return QString::number(n);
                 if (v.isEmpty()) return QStringLiteral("0");
@@ -979,6 +1068,8 @@ private:
     // The server types 12 as int, 5000000000 as numeric(10, 0), 1.50 as numeric(3, 2) and
     // 1e3 as float.
     static Typed numberLiteral(const QString& text) {
+        if (text.startsWith(QLatin1String("0x"), Qt::CaseInsensitive)) return binaryLiteral(text);
+        if (text.startsWith(QLatin1Char('$'))) return moneyLiteral(text.mid(1));
         if (std::isinf(std::strtod(text.toLatin1().constData(), nullptr)))
             throw SqlError(QStringLiteral("The floating point value '%1' is out of the range of computer representation (8 bytes).")
                                .arg(quotedExcerpt(text))
@@ -1000,6 +1091,37 @@ private:
         }
         t.kind = ColumnKind::Decimal;
         t.numeric = {std::clamp(int(whole.size()) + scale, 1, 38), std::min(scale, 38)};
+        return t;
+    }
+
+    // 0x41FF: the embedded database keeps no binary values; a binary constant is the
+    // integer of its bytes (16895), as the server reads it where a number is wanted.
+    static Typed binaryLiteral(const QString& text) {
+        const QString digits = text.mid(2);
+        if (digits.isEmpty() || digits.size() > 16)
+            throw SqlError(QStringLiteral("Binary constants of more than 8 bytes are not supported on the embedded database: "
+                                          "'%1'.").arg(quotedExcerpt(text)).toStdString());
+        const qint64 value = qint64(digits.toULongLong(nullptr, 16));
+        Typed t{QString::number(value), ColumnKind::Integer, {digits.size() > 8 ? 19 : 10, 0}};
+        t.literalNumber = true;
+        t.literalValue = t.sql;
+        return t;
+    }
+
+    // $1.23456 is money: rounded to four decimals, within money's range.
+    static Typed moneyLiteral(const QString& number) {
+        int digits = 0;
+        for (const QChar c : number) digits += c.isDigit() && (digits > 0 || c != u'0');
+        const QByteArray text = number.toLatin1();
+        const auto d = decimalOfText(std::string_view(text.constData(), size_t(text.size())));
+        Typed t{{}, ColumnKind::Money, {19, 4}};
+        if (digits > 15 || !d) {
+            t.sql = QStringLiteral("tsql_cast_num('%1', 'money', 'numeric')").arg(number);
+            return t;
+        }
+        t.sql = decimalText(number.toDouble(), 4);
+        t.literalNumber = true;
+        t.literalValue = t.sql;
         return t;
     }
 
@@ -1115,7 +1237,10 @@ private:
                                                                  : ColumnKind::Integer});
         std::vector<Typed*> refs;
         for (auto& t : list) refs.push_back(&t);
-        const QString value = comparedOperand(v, refs);
+        QString value = comparedOperand(v, refs);
+        // A date among numbers only: compared as its day count.
+        if (v.kind == ColumnKind::DateTime && stated == 0 && literals && literals->numbers && !literals->strings)
+            value = QStringLiteral("tsql_date_num(%1, 0)").arg(v.sql);
         QString out = QLatin1Char('(') + value + (e.negated ? QStringLiteral(" NOT IN (") : QStringLiteral(" IN ("));
         for (size_t i = 0; i < stated; ++i) out += (i ? QStringLiteral(", ") : QString()) + list[i].sql;
         if (literals) {
@@ -1183,6 +1308,8 @@ private:
         return t;
     }
 
+    static QString dateOfNumber(const QString& sql) { return QStringLiteral("tsql_store_date(%1)").arg(sql); }
+
     // The operand that carries the comparison's collation or numeric conversion.
     QString comparedOperand(Typed& value, const std::vector<Typed*>& others) {
         bool otherNumeric = false, otherDate = false;
@@ -1194,6 +1321,10 @@ private:
             }
             if (o->kind == ColumnKind::DateTime) otherDate = true;
         }
+        if (isNumeric(value.kind) && otherDate) return dateOfNumber(value.sql) + QStringLiteral(" COLLATE TSQL_DATE");
+        if (value.kind == ColumnKind::DateTime)
+            for (Typed* o : others)
+                if (isNumeric(o->kind)) o->sql = dateOfNumber(o->sql);
         if (isNumeric(value.kind)) {
             for (Typed* o : others)
                 if (o->kind == ColumnKind::Text) o->sql = toNumber(*o, value.kind);
@@ -1226,7 +1357,12 @@ private:
             QString left = l.sql, right = r.sql;
             if (isNumeric(l.kind) && r.kind == ColumnKind::Text) right = toNumber(r, l.kind, join);
             else if (isNumeric(r.kind) && l.kind == ColumnKind::Text) left = toNumber(l, r.kind, join);
-            else if (l.kind == ColumnKind::DateTime || r.kind == ColumnKind::DateTime) right = paren(right) + QStringLiteral(" COLLATE TSQL_DATE");
+            else if (l.kind == ColumnKind::DateTime || r.kind == ColumnKind::DateTime) {
+                // A number meets a date as that many days after 1900-01-01.
+                if (isNumeric(l.kind)) left = dateOfNumber(left);
+                if (isNumeric(r.kind)) right = dateOfNumber(right);
+                right = paren(right) + QStringLiteral(" COLLATE TSQL_DATE");
+            }
             else if (l.kind == ColumnKind::Text || r.kind == ColumnKind::Text) right = paren(right) + QStringLiteral(" COLLATE TSQL_CI");
             return {paren(left + QLatin1Char(' ') + sqlOp + QLatin1Char(' ') + right), ColumnKind::Integer};
         }
@@ -1319,13 +1455,13 @@ private:
 
     // One step of exact arithmetic; the steps of a chain share one tsql_arith call.
     static Typed exactStep(const Typed& l, const QString& op, const Typed& r, ColumnKind kind, NumericType result) {
-        const QString step = QStringLiteral("'%1', %2, %3").arg(op, r.sql, exactTypeArgs(kind, result));
+        const QString step = QStringLiteral("'%1', %2, %3").arg(op, exactOperand(r), exactTypeArgs(kind, result));
         Typed t{{}, kind, result};
         if (l.exactSteps && l.exactSteps < kExactSteps) {
             t.sql = l.sql.chopped(1) + QStringLiteral(", ") + step + QLatin1Char(')');
             t.exactSteps = l.exactSteps + 1;
         } else {
-            t.sql = QStringLiteral("tsql_arith(") + l.sql + QStringLiteral(", ") + step + QLatin1Char(')');
+            t.sql = QStringLiteral("tsql_arith(") + exactOperand(l) + QStringLiteral(", ") + step + QLatin1Char(')');
             t.exactSteps = 1;
         }
         return t;
@@ -1350,6 +1486,13 @@ private:
         }
         if (op == QLatin1String("-") && l.kind == ColumnKind::DateTime && rn)
             return {QStringLiteral("tsql_date_add(%1, -(%2))").arg(l.sql, r.sql), ColumnKind::DateTime};
+        // Two dates add and subtract as day counts; the result is a date again. Text meeting
+        // a date converts to a date.
+        const auto dateOrText = [](const Typed& t) { return t.kind == ColumnKind::DateTime || t.kind == ColumnKind::Text; };
+        if ((op == QLatin1String("-") || op == QLatin1String("+")) && dateOrText(l) && dateOrText(r) &&
+            (l.kind == ColumnKind::DateTime || r.kind == ColumnKind::DateTime))
+            return {QStringLiteral("tsql_date_sum(%1, %2, %3)").arg(l.sql, r.sql, op == QLatin1String("-") ? QStringLiteral("-1") : QStringLiteral("1")),
+                    ColumnKind::DateTime};
         if (ln && r.kind == ColumnKind::Text) r.sql = toNumber(r, l.kind);
         if (rn && l.kind == ColumnKind::Text) l = Typed{toNumber(l, r.kind), l.kind};
         const bool numeric = (ln || l.kind == ColumnKind::Text) && (rn || r.kind == ColumnKind::Text) && (ln || rn);
@@ -1454,8 +1597,16 @@ private:
         Typed value = expr(*e.args[0], scope);
         const QString style = e.args.size() > 1 ? expr(*e.args[1], scope).sql : QStringLiteral("NULL");
         const DeclaredType target = declaredType(e.type);
+        // A date is its day count; an integer takes the nearest day.
+        if (value.kind == ColumnKind::DateTime && (target.kind == ColumnKind::Integer || target.kind == ColumnKind::Money ||
+                                                   target.kind == ColumnKind::Decimal || target.kind == ColumnKind::Bit)) {
+            const bool whole = target.kind == ColumnKind::Integer || target.kind == ColumnKind::Bit;
+            value.sql = QStringLiteral("tsql_date_num(%1, %2)").arg(value.sql, whole ? QStringLiteral("1") : QStringLiteral("0"));
+            value.kind = whole ? ColumnKind::Integer : ColumnKind::Float;
+            value.numeric = {};
+        }
         if (target.kind == ColumnKind::Integer || target.kind == ColumnKind::Money || target.kind == ColumnKind::Decimal)
-            return {QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(value.sql, exactTypeArgs(target.kind, target.numeric), sourceTypeName(value)),
+            return {QStringLiteral("tsql_cast_num(%1, %2, '%3')").arg(exactOperand(value), exactTypeArgs(target.kind, target.numeric), sourceTypeName(value)),
                     target.kind, target.numeric};
         // A decimal shows the digits of its scale.
         if (target.kind == ColumnKind::Text && value.kind == ColumnKind::Decimal)
@@ -1589,8 +1740,18 @@ private:
         for (const auto& m : kFunctionMappings) {
             if (name != QLatin1String(m.tsql)) continue;
             arity(size_t(m.minArgs), size_t(m.maxArgs));
+            // A text function reads a date as the server's implicit conversion writes it:
+            // style 0 (Jan  5 2024  9:07PM).
+            static const QStringList measuresText = {"len", "charindex", "patindex", "ascii", "unicode"};
+            if (m.kind == ColumnKind::Text || measuresText.contains(name))
+                for (auto& a : args)
+                    if (a.kind == ColumnKind::DateTime)
+                        a = Typed{QStringLiteral("tsql_convert('varchar', 30, 0, %1, 0, 1)").arg(a.sql), ColumnKind::Text};
             Typed out = call(QLatin1String(m.sqlite), m.kind);
             if (m.kindOfArguments && !args.empty()) out.kind = args[0].kind, out.numeric = args[0].numeric;
+            // ceiling and floor of a decimal are a decimal of its precision without decimals.
+            if ((name == QLatin1String("ceiling") || name == QLatin1String("floor")) && out.kind == ColumnKind::Decimal)
+                out.numeric = {digitsOf(out).precision, 0};
             if (out.kind == ColumnKind::Integer && out.numeric.precision == 0) out.numeric = {10, 0};
             for (const auto& a : args) out.national = out.national || (out.kind == ColumnKind::Text && a.national);
             return out;

@@ -181,9 +181,10 @@ void tsqlDatePartOf(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     resultText(ctx, QLatin1String(part->names12or7[part->months ? number - 1 : date.date().dayOfWeek() - 1]));
 }
 
-// To the second, in the stored date form; the server's milliseconds are dropped.
+// Local time in the stored date form, to the server's 1/300 seconds.
 void tsqlGetdate(sqlite3_context* ctx, int, sqlite3_value**) {
-    resultText(ctx, QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
+    const QDateTime now = QDateTime::currentDateTime();
+    resultText(ctx, formatDateTime(roundToTicks(QDateTime(now.date(), now.time(), Qt::UTC))));
 }
 
 // ---- text
@@ -262,11 +263,26 @@ void tsqlReverse(sqlite3_context* ctx, int, sqlite3_value** argv) {
     resultText(ctx, out);
 }
 
-// upper and lower of every script, not only ASCII.
+// upper and lower of every script, not only ASCII, one character for one as the server maps
+// them: the length never changes (upper('ß') is 'ß', not 'SS').
 template <bool Upper>
 void tsqlCase(sqlite3_context* ctx, int, sqlite3_value** argv) {
     if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
-    resultText(ctx, Upper ? textArg(argv[0]).toUpper() : textArg(argv[0]).toLower());
+    QString s = textArg(argv[0]);
+    for (qsizetype i = 0; i < s.size(); ++i) {
+        if (s[i].isHighSurrogate() && i + 1 < s.size() && s[i + 1].isLowSurrogate()) {
+            const char32_t c = QChar::surrogateToUcs4(s[i], s[i + 1]);
+            const char32_t mapped = Upper ? QChar::toUpper(c) : QChar::toLower(c);
+            if (QChar::requiresSurrogates(mapped)) {
+                s[i] = QChar(QChar::highSurrogate(mapped));
+                s[i + 1] = QChar(QChar::lowSurrogate(mapped));
+            }
+            ++i;
+            continue;
+        }
+        s[i] = Upper ? s[i].toUpper() : s[i].toLower();
+    }
+    resultText(ctx, s);
 }
 
 // ascii(text): the first byte of the first character in the Chinese code page; unicode(text):

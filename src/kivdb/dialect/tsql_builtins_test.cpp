@@ -77,7 +77,8 @@ TEST(TsqlBuiltins, GiveTheServersValues) {
          "5|6|4|8|8"},
         {"select datalength('abc '), datalength(N'ab'), datalength('中文'), datalength(null), datalength('')",
          "4|4|4|NULL|0"},
-        {"select len('abc  '), len('  abc'), len(nv), len(''), len(v) from B where n = 7", "3|5|2|0|3"},
+        // Characters beyond the basic plane are two UTF-16 units, as substring and charindex count them.
+        {"select len('abc  '), len('  abc'), len(nv), len(''), len(v), len(N'a😀 ') from B where n = 7", "3|5|2|0|3|3"},
         {"select '[' + ltrim('  a ') + ']', '[' + rtrim(' a  ') + ']'", "[a ]|[ a]"},
         {"select left('abcdef', 2), right('abcdef', 2), left('ab', 5), left(N'中文字', 2), right(nv, 2) from B "
          "where n = 7", "ab|ef|ab|中文|文 "},
@@ -96,6 +97,8 @@ TEST(TsqlBuiltins, GiveTheServersValues) {
         {"select replicate('ab', 3), '[' + replicate('a', 0) + ']', replicate('a', -1), '[' + space(3) + ']', "
          "space(-1)", "ababab|[]|NULL|[   ]|NULL"},
         {"select reverse('abc'), reverse(N'中文😀'), upper(N'aXé'), lower(N'AbÇ')", "cba|😀文中|AXÉ|abç"},
+        // One character for one: nothing grows or shrinks.
+        {"select upper(N'abcß'), len(upper(N'ßﬁ')), lower(N'ABC'), upper(N'𐐨x')", "ABCß|2|abc|𐐀X"},
         // ascii gives the first byte in the Chinese code page.
         {"select ascii('A'), ascii('abc'), ascii(''), ascii('中'), char(65), char(256), nchar(20013), "
          "unicode(N'中文'), unicode('')", "65|97|NULL|214|A|NULL|中|20013|NULL"},
@@ -193,6 +196,12 @@ TEST(TsqlBuiltins, RaiseTheServersErrors) {
         {"select day", "Invalid column name 'day'."},
         {"select d from B, B b2", "Ambiguous column name 'd'."},
         {"select * from NoSuch", "Invalid object name 'NoSuch'."},
+        {"create table B (n int)", "There is already an object named 'B' in the database."},
+        {"update B set id = 9", "Cannot update identity column 'id'."},
+        {"insert into B (n, nosuch) values (1, 2)", "Invalid column name 'nosuch'."},
+        {"insert into B (n) values (1, 2)",
+         "There are fewer columns in the INSERT statement than values specified in the VALUES clause. The number of "
+         "values in the VALUES clause must match the number of columns specified in the INSERT statement."},
         {"select @x", "Must declare the scalar variable \"@x\"."},
         {"select @@spid", "Must declare the scalar variable \"@@spid\"."},
         {"select convert(nvarchar(2), 123)", "Arithmetic overflow error converting expression to data type nvarchar."},
@@ -202,6 +211,9 @@ TEST(TsqlBuiltins, RaiseTheServersErrors) {
         {"select substring('abc', 9223372036854775807, 2)",
          "Arithmetic overflow error converting expression to data type int."},
         {"select substring('abc', 1, -1)", "Invalid length parameter passed to the substring function."},
+        {"insert into B (n) values ('x')", "Conversion failed when converting the varchar value 'x' to data type int."},
+        {"create table Flag (b bit) insert into Flag values ('x')",
+         "Conversion failed when converting the varchar value 'x' to data type bit."},
         {"select sqrt(-1)", "An invalid floating point operation occurred."},
         {"select log(0)", "An invalid floating point operation occurred."},
         {"select convert(varchar, getdate(), 7000)",
@@ -210,6 +222,75 @@ TEST(TsqlBuiltins, RaiseTheServersErrors) {
     for (const auto& c : cases) EXPECT_EQ(db.errorOf(QString::fromUtf8(c.tsql)), c.message) << c.tsql;
     // Nothing out of range was stored.
     EXPECT_EQ(db.run("select count(*) from B where d > '9999-01-01' or d < '1753-01-01'"), QStringList{"0"});
+}
+
+// Dates as day counts since 1900-01-01, the server's 1/300-second ticks, smalldatetime's
+// minutes and range, and the styles with month names: answers and errors alike.
+TEST(TsqlDates, AnswerAsTheServer) {
+    SqliteTestDb db;
+    db.script("create table Aging (id int, BillDate datetime, Due smalldatetime)\n"
+              "insert into Aging values (1, '2024-01-01 18:00', '2024-01-01 10:00:29.998')\n"
+              "insert into Aging values (2, '2024-02-25', '2024-01-01 10:00:29.999')\n");
+    const std::string outOfRange =
+        "error: The conversion of a varchar data type to a datetime data type resulted in an out-of-range value.";
+    const std::string smallOutOfRange =
+        "error: The conversion of a varchar data type to a smalldatetime data type resulted in an out-of-range value.";
+    struct Case {
+        const char* tsql;
+        std::string answer;  // rows joined by ";", or "error: <message>"
+    } cases[] = {
+        // A date minus a date is the difference as a date after 1900-01-01; 59.25 days here.
+        {"select convert(datetime, '2024-03-01') - BillDate, convert(int, convert(datetime, '2024-03-01') - BillDate) "
+         "from Aging where id = 1", "1900-03-01 06:00:00|59"},
+        {"select convert(datetime, '2024-01-02') + convert(datetime, '1900-01-03'), BillDate - '2024-01-01' "
+         "from Aging where id = 1", "2024-01-04 00:00:00|1900-01-01 18:00:00"},
+        // Aging filters: the number is a date too (30 is 1900-01-31).
+        {"select id from Aging where convert(datetime, '2024-03-01') - BillDate > 30", "1"},
+        {"select id from Aging where 30 > convert(datetime, '2024-03-01') - BillDate", "2"},
+        {"select id from Aging where convert(datetime, '2024-03-01') - BillDate between 4 and 5", "2"},
+        {"select count(*) where convert(datetime, '1900-01-31') = 30", "1"},
+        {"select id from Aging where BillDate in (45290.75, 1) or BillDate in (45345)", "1;2"},
+        // To numbers: the time is a fraction, and an int rounds to the nearest day.
+        {"select convert(float, BillDate), convert(int, BillDate), cast(BillDate as int), floor(convert(float, BillDate)) "
+         "from Aging where id = 1", "45290.75|45291|45291|45290"},
+        {"select convert(int, convert(datetime, '2024-01-01 11:59')), convert(int, convert(datetime, '1900-01-01'))",
+         "45290|0"},
+        {"select convert(datetime, 40000), convert(datetime, 40000.5)", "2009-07-08 00:00:00|2009-07-08 12:00:00"},
+        // 1/300 seconds: milliseconds end in 0, 3 or 7.
+        {"select convert(datetime, '2024-01-01 10:00:00.001'), convert(datetime, '2024-01-01 10:00:00.002'), "
+         "convert(datetime, '2024-01-01 10:00:00.005'), convert(datetime, '2024-01-01 10:00:59.999')",
+         "2024-01-01 10:00:00|2024-01-01 10:00:00.003|2024-01-01 10:00:00.007|2024-01-01 10:01:00"},
+        {"select convert(datetime, '9999-12-31 23:59:59.999')", outOfRange},
+        {"select count(*) where convert(datetime, '2024-01-01 10:00:00.005') = '2024-01-01 10:00:00.006'", "1"},
+        {"select case when datepart(ms, getdate()) % 10 in (0, 3, 7) then 1 else 0 end", "1"},
+        // smalldatetime: to the minute, 29.999 seconds up; within 1900-01-01..2079-06-06 23:59.
+        {"select Due from Aging order by id", "2024-01-01 10:00:00;2024-01-01 10:01:00"},
+        {"insert into Aging (Due) select getdate() select count(*) from Aging where datepart(second, Due) = 0", "3"},
+        {"update Aging set Due = '2079-06-06 23:59:29' where id = 1 select Due from Aging where id = 1",
+         "2079-06-06 23:59:00"},
+        {"update Aging set Due = '2079-06-06 23:59:30' where id = 1", smallOutOfRange},
+        {"insert into Aging (Due) values ('1899-12-31')", smallOutOfRange},
+        {"select convert(smalldatetime, '2079-06-07')", smallOutOfRange},
+        // A text function reads a date in style 0.
+        {"select len(BillDate), left(BillDate, 6) from Aging where id = 1", "19|Jan  1"},
+        // The styles with month names, a 12-hour clock or milliseconds after a colon.
+        {"select convert(varchar, d, 6), convert(varchar, d, 106), convert(varchar, d, 7), convert(varchar, d, 107), "
+         "convert(varchar, d, 9), convert(varchar, d, 109) from (select convert(datetime, '2024-01-05 21:07:08.123') d) x",
+         "05 Jan 24|05 Jan 2024|Jan 05, 24|Jan 05, 2024|Jan  5 2024  9:07:08:123PM|Jan  5 2024  9:07:08:123PM"},
+        {"select convert(varchar, d, 13), convert(varchar, d, 113), convert(varchar, d, 14), convert(varchar, d, 114), "
+         "convert(varchar, d, 126), convert(varchar, BillDate, 126) "
+         "from (select convert(datetime, '2024-01-05 09:07:08.123') d) x, Aging where id = 1",
+         "05 Jan 2024 09:07:08:123|05 Jan 2024 09:07:08:123|09:07:08:123|09:07:08:123|2024-01-05T09:07:08.123|"
+         "2024-01-01T18:00:00"},
+        {"select convert(datetime, '05 Jan 24', 6), convert(datetime, 'Jan 05, 2024', 107), "
+         "convert(datetime, 'Jan  5 2024  9:07:08:123PM', 109)",
+         "2024-01-05 00:00:00|2024-01-05 00:00:00|2024-01-05 21:07:08.123"},
+        {"select convert(datetime, '05 Jan 2024 21:07:08:123', 113), convert(datetime, '21:07:08:123', 114), "
+         "convert(datetime, '2024-01-05T21:07:08.123', 126)",
+         "2024-01-05 21:07:08.123|1900-01-01 21:07:08.123|2024-01-05 21:07:08.123"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(db.answer(QString::fromUtf8(c.tsql)).join(QLatin1Char(';')).toStdString(), c.answer) << c.tsql;
 }
 
 }  // namespace

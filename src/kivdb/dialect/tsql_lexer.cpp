@@ -3,6 +3,7 @@
 #include "dialect/dialect.h"
 
 #include <QStringList>
+#include <cctype>
 
 namespace kivdb::dialect {
 
@@ -96,8 +97,19 @@ Token Lexer::next() {
             t.text = name;
             t.doubleQuoted = c == u'"';
             i = k;
-        } else if (c.isDigit() || (c == u'.' && at(i + 1).isDigit())) {
+        } else if (c == u'0' && (at(i + 1) == u'x' || at(i + 1) == u'X')) {
+            // A binary constant: 0x and its hexadecimal digits, one number token.
+            int k = i + 2;
+            while (k < n && isxdigit(sql[k].unicode() < 128 ? char(sql[k].unicode()) : 'g')) ++k;
+            t.type = TokenType::Number;
+            t.text = sql.mid(i, k - i);
+            i = k;
+        } else if (c.isDigit() || (c == u'.' && at(i + 1).isDigit()) ||
+                   (c == u'$' && (at(i + 1).isDigit() || (at(i + 1) == u'.' && at(i + 2).isDigit()) ||
+                                  ((at(i + 1) == u'-' || at(i + 1) == u'+') && (at(i + 2).isDigit() || at(i + 2) == u'.'))))) {
+            // A money constant is $ and a number, its sign after the $ too: $-1.5.
             int k = i;
+            if (c == u'$') k += at(i + 1) == u'-' || at(i + 1) == u'+' ? 2 : 1;
             while (k < n && sql[k].isDigit()) ++k;
             if (at(k) == u'.') {
                 ++k;

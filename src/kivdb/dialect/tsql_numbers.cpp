@@ -141,6 +141,14 @@ std::optional<Decimal> decimalOfDouble(double value) {
     return decimalOfText(std::string_view(buf, size_t(r.ptr - buf)));
 }
 
+QString moneyTextDigits(const QString& text) {
+    QString out = text;
+    const qsizetype point = out.indexOf(QLatin1Char('.'));
+    for (qsizetype i = (point < 0 ? out.size() : point) - 1; i > 0; --i)
+        if (out[i] == u',' && out[i - 1].isDigit() && i + 1 < out.size() && out[i + 1].isDigit()) out.remove(i, 1);
+    return out;
+}
+
 QString decimalText(double value, int scale) {
     auto d = decimalOfDouble(value);
     if (!d || !rescale(*d, scale, Rounding::HalfAwayFromZero)) return QString::number(value, 'g', 17);
@@ -232,11 +240,22 @@ std::optional<Decimal> operandValue(sqlite3_value* v) {
     }
 }
 
+// The double stored for d, a value t holds: its nearest double, or when that one stands for
+// a decimal past t's range (money's limits have 19 digits), the nearest one inside it.
+double storedDouble(const Decimal& d, const ExactType& t) {
+    double x = toDouble(d);
+    for (;;) {
+        auto back = decimalOfDouble(x);
+        if (back && rescale(*back, t.scale, Rounding::HalfAwayFromZero) && t.holds(*back)) return x;
+        x = std::nextafter(x, 0.0);
+    }
+}
+
 // Sets the value of type t as the result, or the overflow error; integers as integers.
 void resultExact(sqlite3_context* ctx, Decimal d, const ExactType& t, Rounding rounding, const QString& overflow) {
     if (!rescale(d, t.scale, rounding) || !t.holds(d)) return resultError(ctx, overflow);
     if (t.isInteger()) return sqlite3_result_int64(ctx, qint64(d.mantissa));
-    sqlite3_result_double(ctx, toDouble(d));
+    sqlite3_result_double(ctx, storedDouble(d, t));
 }
 
 // a / b with `scale` digits after the point; false when the quotient overflows.
@@ -360,7 +379,7 @@ void tsqlArith(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     }
     if (integral) return sqlite3_result_int64(ctx, whole);
     if (type.isInteger()) return sqlite3_result_int64(ctx, qint64(value.mantissa));  // in range at scale 0
-    sqlite3_result_double(ctx, toDouble(value));
+    sqlite3_result_double(ctx, storedDouble(value, type));
 }
 
 // ---- tsql_cast_num(value, type, source): a value converted to an exact
@@ -385,9 +404,13 @@ void tsqlCastNum(sqlite3_context* ctx, int, sqlite3_value** argv) {
     const QString sourceName = QString::fromUtf8(textOf(argv[2]).data(), qsizetype(textOf(argv[2]).size()));
     std::optional<Decimal> d;
     QString text;
-    if (storage == SQLITE_TEXT || storage == SQLITE_BLOB) {
+    // A decimal literal too long for a double comes as its text.
+    const bool literalDigits = storage == SQLITE_TEXT && sourceName == QLatin1String("numeric");
+    if (literalDigits) {
+        d = operandValue(value);
+    } else if (storage == SQLITE_TEXT || storage == SQLITE_BLOB) {
         text = QString::fromUtf8(textOf(value).data(), qsizetype(textOf(value).size()));
-        const QByteArray trimmed = text.trimmed().toUtf8();
+        const QByteArray trimmed = (type.isMoney() ? moneyTextDigits(text) : text).trimmed().toUtf8();
         // Blank text is 0; integer types take integer text only, none takes an exponent.
         if (trimmed.isEmpty()) d = Decimal{};
         else if (!trimmed.contains('e') && !trimmed.contains('E') && !(type.isInteger() && trimmed.contains('.')))
@@ -399,7 +422,7 @@ void tsqlCastNum(sqlite3_context* ctx, int, sqlite3_value** argv) {
     QString overflow;
     if (!type.isInteger() && !type.isMoney())
         overflow = QStringLiteral("Arithmetic overflow error converting %1 to data type numeric.")
-                       .arg(storage == SQLITE_TEXT ? QStringLiteral("varchar") : sourceName);
+                       .arg(storage == SQLITE_TEXT && !literalDigits ? QStringLiteral("varchar") : sourceName);
     else if (type.isInteger() && !text.isNull())
         overflow = QStringLiteral("The conversion of the varchar value '%1' overflowed %2 column.")
                        .arg(text, (type.name() == QLatin1String("int") ? QStringLiteral("an ") : QStringLiteral("a ")) + type.name());

@@ -22,6 +22,9 @@ struct Decimal {
 std::optional<Decimal> decimalOfDouble(double d);
 // [blanks][+-]digits[.digits][e[+-]digits][blanks]; nothing for anything else.
 std::optional<Decimal> decimalOfText(std::string_view text);
+// Money text as a number: the server takes commas between the digits before the point
+// ('1,234.5' is 1234.5) and ignores where they stand.
+QString moneyTextDigits(const QString& text);
 // The value with exactly `scale` digits after the point, as the server prints it.
 QString decimalText(double value, int scale);
 

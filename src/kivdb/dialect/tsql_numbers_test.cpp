@@ -91,6 +91,59 @@ INSTANTIATE_TEST_SUITE_P(
                    "select round(1.5, -400), round(748.58, -2), round(1.005, 2), round(15, -1), round(2.5, 0, 1)",
                    "0|700|1.01|20|2"}));
 
+// At the limits of a type: the digits written decide the range, and what is stored is the
+// largest double inside it (money's limits have more digits than a double keeps).
+INSTANTIATE_TEST_SUITE_P(
+    Limits, ExactNumbers,
+    ::testing::Values(
+        NumberCase{"MoneyLimitsFromLiterals",
+                   "select cast(922337203685477.5807 as money) - 922337203685477, "
+                   "cast(-922337203685477.5808 as money) + 922337203685477",
+                   "0.5|-0.5"},
+        NumberCase{"MoneyLimitFromText", "select cast('922337203685477.5807' as money) - 922337203685477", "0.5"},
+        NumberCase{"MoneyLimitStored",
+                   "insert into Acct (id, Amount) values (2, 922337203685477.5807) "
+                   "select Amount - 922337203685477 from Acct where id = 2",
+                   "0.5"},
+        NumberCase{"PastMoneyLiteral", "select cast(922337203685477.5808 as money)",
+                   "Arithmetic overflow error converting expression to data type money."},
+        NumberCase{"PastMoneyText", "select cast('-922337203685477.5809' as money)",
+                   "Arithmetic overflow error converting expression to data type money."},
+        NumberCase{"DecimalAtItsPrecision",
+                   "create table Wide (d decimal(38,0), f decimal(5,5)) "
+                   "insert into Wide values (99999999999999999999999999999999999999, 0.99999) "
+                   "select count(*) from Wide where d < 1e38 and d + 0 = d and f = 0.99999",
+                   "1"},
+        NumberCase{"PastDecimalPrecision", "select cast(100000000000000000000000000000000000000 as decimal(38,0))",
+                   "Arithmetic overflow error converting numeric to data type numeric."},
+        NumberCase{"FloorAndCeilingKeepTheType",
+                   "select floor(-1.5), ceiling(1.2), convert(varchar(10), floor(-1.5)), floor(Amount + 1), ceiling(Whole) "
+                   "from Acct",
+                   "-2|2|-2|1|2147483647"}));
+
+// Money as text both ways, money and binary constants.
+INSTANTIATE_TEST_SUITE_P(
+    MoneyText, ExactNumbers,
+    ::testing::Values(
+        NumberCase{"ConvertStyles",
+                   "select convert(varchar(30), cast(1234567.5 as money), 1), convert(varchar(30), cast(-1234567.5 as money), 1), "
+                   "convert(varchar(30), cast(123.5 as money), 1), convert(varchar(30), cast(1234567.5 as money), 2), "
+                   "convert(varchar(30), cast(1234567.5 as money), 0), convert(varchar(30), Amount) from Acct",
+                   "1,234,567.50|-1,234,567.50|123.50|1234567.5000|1234567.50|0.30"},
+        NumberCase{"TextWithCommas",
+                   "insert into Acct (id, Amount) values (2, '1,234,567.25') "
+                   "select cast('1,234.5' as money), Amount from Acct where id = 2 and Amount = '1,234,567.25'",
+                   "1234.5|1234567.25"},
+        NumberCase{"CommasAreNoDecimalText", "select cast('1,234.5' as decimal(10,2))", "Error converting data type varchar to numeric."},
+        NumberCase{"MoneyConstants",
+                   "select $1.23456, $-1, -$45.56, $1,000, convert(varchar(10), $1.23456), $1.23456 * 2 + Amount from Acct",
+                   "1.2346|-1|-45.56|1|0|1.23|2.7692"},
+        NumberCase{"MoneyConstantPastTheRange", "select $922337203685477.5808",
+                   "Arithmetic overflow error converting expression to data type money."},
+        NumberCase{"BinaryConstantsAreIntegers", "select 0x41FF, 0x41FF + 1, 0x0000000100000000", "16895|16896|4294967296"},
+        NumberCase{"LongBinaryConstant", "select 0x000102030405060708",
+                   "Binary constants of more than 8 bytes are not supported on the embedded database: '0x000102030405060708'."}));
+
 INSTANTIATE_TEST_SUITE_P(
     Overflows, ExactNumbers,
     ::testing::Values(

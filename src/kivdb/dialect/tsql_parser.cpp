@@ -627,21 +627,23 @@ private:
         if (acceptKeyword("as")) source->alias = name();
         else if (isName(peek())) source->alias = next().text;
         if (source->kind == TableSource::Derived && source->alias.isEmpty()) fail(peek());
-        tableHints();
+        skipTableHints();
         source->span.end = lastEnd();
         return source;
     }
 
-    // Table hints, with (nolock) or the older (nolock) without with, change nothing on the
-    // embedded engine. The older form is told apart by the hint name after the parenthesis.
-    void tableHints() {
-        static const QStringList names = {"nolock", "holdlock", "updlock", "rowlock", "tablock", "tablockx",
-                                          "readpast", "readuncommitted", "readcommitted", "repeatableread",
-                                          "serializable", "paglock", "xlock", "nowait", "index", "fastfirstrow"};
+    // Table hints change nothing on the embedded engine: `with (nolock)`, and the older
+    // form without `with`, `T (nolock)`, told from other parentheses by its first word.
+    void skipTableHints() {
+        static const QStringList kHints = {"nolock", "holdlock", "updlock", "rowlock", "tablock", "tablockx",
+                                           "paglock", "xlock", "readpast", "readuncommitted", "readcommitted",
+                                           "repeatableread", "serializable", "nowait", "index", "fastfirstrow"};
         const bool withHints = peek().isKeyword("with") && peek(1).isOp("(");
-        if (!withHints && !(peek().isOp("(") && names.contains(peek(1).text, Qt::CaseInsensitive))) return;
+        const bool oldHints = peek().isOp("(") && peek(1).type == TokenType::Identifier &&
+                              kHints.contains(peek(1).text, Qt::CaseInsensitive);
+        if (!withHints && !oldHints) return;
         if (withHints) next();
-        expectOp("(");
+        next();  // (
         for (int depth = 1; depth > 0;) {
             if (peek().type == TokenType::End) fail(peek());
             if (peek().isOp("(")) ++depth;

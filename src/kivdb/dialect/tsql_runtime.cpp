@@ -116,7 +116,8 @@ std::optional<DateTimeParts> parseTime(const QString& s, int& i, DateTimeParts p
         ++i;
         p.second = digitsAt(s, i, 2);
         if (p.second < 0) return std::nullopt;
-        if (i < s.size() && s[i] == u'.') {
+        // Milliseconds after a point, or after a colon as styles 9, 13 and 14 write them.
+        if (i + 1 < s.size() && (s[i] == u'.' || s[i] == u':') && s[i + 1].isDigit()) {
             ++i;
             const int fracStart = i;
             int frac = digitsAt(s, i, 9);
@@ -141,25 +142,40 @@ std::optional<DateTimeParts> parseTime(const QString& s, int& i, DateTimeParts p
 
 namespace {
 
-// Mon dd[,] yyyy [time], as style 0 writes it: an English month name or its first letters.
-std::optional<DateTimeParts> parseMonthNameDate(const QString& s) {
+// An English month name or its first three letters or more at s[i]; 0 when none.
+int monthNameAt(const QString& s, int& i) {
     static const char* const months[] = {"january", "february", "march",     "april",   "may",      "june",
                                          "july",    "august",   "september", "october", "november", "december"};
+    const int from = i;
+    while (i < s.size() && s[i].isLetter()) ++i;
+    const QString word = s.mid(from, i - from).toLower();
+    for (int m = 0; m < 12 && word.size() >= 3; ++m)
+        if (QLatin1String(months[m]).startsWith(word)) return m + 1;
+    return 0;
+}
+
+// Mon dd[,] yyyy [time] as styles 0, 7 and 9 write it, or dd Mon yyyy [time] as styles 6
+// and 13 do; a two-digit year is one of 1950..2049.
+std::optional<DateTimeParts> parseMonthNameDate(const QString& s) {
     DateTimeParts p;
     int i = 0;
-    while (i < s.size() && s[i].isLetter()) ++i;
-    const QString word = s.left(i).toLower();
-    p.month = 0;
-    for (int m = 0; m < 12 && word.size() >= 3; ++m)
-        if (QLatin1String(months[m]).startsWith(word)) p.month = m + 1;
     auto blanks = [&] { while (i < s.size() && s[i] == u' ') ++i; };
-    blanks();
-    p.day = digitsAt(s, i, 2);
+    if (s.front().isLetter()) {
+        p.month = monthNameAt(s, i);
+        blanks();
+        p.day = digitsAt(s, i, 2);
+    } else {
+        p.day = digitsAt(s, i, 2);
+        blanks();
+        p.month = monthNameAt(s, i);
+    }
     if (i < s.size() && s[i] == u',') ++i;
     blanks();
     const int yearStart = i;
     p.year = digitsAt(s, i, 4);
-    if (p.month == 0 || p.day < 0 || i - yearStart != 4) return std::nullopt;
+    if (i - yearStart == 2) p.year += p.year < 50 ? 2000 : 1900;
+    else if (i - yearStart != 4) return std::nullopt;
+    if (p.month == 0 || p.day < 0) return std::nullopt;
     if (i < s.size()) {
         if (s[i] != u' ') return std::nullopt;
         blanks();
@@ -180,6 +196,7 @@ std::optional<DateTimeParts> parseDateTime(const QString& text) {
     int i = 0;
     const int year = digitsAt(s, i, 8);
     if (year < 0) return std::nullopt;
+    if (i <= 2 && i + 1 < s.size() && s[i] == u' ' && s[i + 1].isLetter()) return parseMonthNameDate(s);
     if (i <= 2 && i < s.size() && s[i] == u':') {  // a time alone
         i = 0;
         const auto t = parseTime(s, i, p);
@@ -221,6 +238,24 @@ bool inDateRange(const QDateTime& dt) {
     return dt.isValid() && dt.date().year() >= kFirstYear && dt.date().year() <= kLastYear;
 }
 
+int tickMsec(int msec) {
+    const int ticks = (msec * 3 + 5) / 10;
+    return (ticks * 10 + 1) / 3;  // 0..1000
+}
+
+QDateTime roundToTicks(const QDateTime& dt) {
+    return dt.addMSecs(tickMsec(dt.time().msec()) - dt.time().msec());
+}
+
+const QDateTime& zeroDate() {
+    static const QDateTime zero(QDate(1900, 1, 1), QTime(0, 0), Qt::UTC);
+    return zero;
+}
+
+double daysSinceZero(const QDateTime& dt) {
+    return double(zeroDate().msecsTo(dt)) / 86400000.0;
+}
+
 bool dateArg(sqlite3_context* ctx, sqlite3_value* v, QDateTime& out, bool* hadTime) {
     const int type = sqlite3_value_type(v);
     if (type == SQLITE_INTEGER || type == SQLITE_FLOAT) {
@@ -231,7 +266,7 @@ bool dateArg(sqlite3_context* ctx, sqlite3_value* v, QDateTime& out, bool* hadTi
             return false;
         }
         if (hadTime) *hadTime = days != std::floor(days);
-        out = QDateTime(QDate(1900, 1, 1), QTime(0, 0), Qt::UTC).addMSecs(qint64(std::llround(days * 86400000.0)));
+        out = roundToTicks(zeroDate().addMSecs(qint64(std::llround(days * 86400000.0))));
         return true;
     }
     const QString text = textArg(v);
@@ -244,7 +279,7 @@ bool dateArg(sqlite3_context* ctx, sqlite3_value* v, QDateTime& out, bool* hadTi
         resultError(ctx, QString::fromLatin1(kDateConversionFailed));
         return false;
     }
-    out = toQDateTime(*parts);
+    out = roundToTicks(toQDateTime(*parts));
     if (!inDateRange(out)) {
         resultError(ctx, QStringLiteral("The conversion of a varchar data type to a datetime data type resulted in an "
                                         "out-of-range value."));
@@ -259,7 +294,8 @@ QString formatDateTime(const QDateTime& dt) {
     return dt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
-void resultDate(sqlite3_context* ctx, const QDateTime& dt, bool withTime) {
+void resultDate(sqlite3_context* ctx, const QDateTime& exact, bool withTime) {
+    const QDateTime dt = roundToTicks(exact);
     if (!inDateRange(dt)) return resultError(ctx, QStringLiteral("Adding a value to a 'datetime' column caused an overflow."));
     resultText(ctx, withTime ? formatDateTime(dt) : dt.date().toString(QStringLiteral("yyyy-MM-dd")));
 }
@@ -268,9 +304,11 @@ void resultDate(sqlite3_context* ctx, const QDateTime& dt, bool withTime) {
 
 namespace {
 
+// Milliseconds since an epoch, rounded to the server's ticks as a stored date is, so text
+// written to the millisecond equals the date it becomes ('.005' is '.007').
 qint64 dateKey(const DateTimeParts& p) {
-    return ((((qint64(p.year) * 100 + p.month) * 100 + p.day) * 100 + p.hour) * 100 + p.minute) * 100000 +
-           p.second * 1000 + p.msec;
+    return (QDate(p.year, p.month, p.day).toJulianDay() * 86400 + (p.hour * 60 + p.minute) * 60 + p.second) * 1000 +
+           tickMsec(p.msec);
 }
 
 // Dates stored as text compare as points in time: '2006-03-31' is midnight of that day.
@@ -294,24 +332,25 @@ struct Number {
     double asDouble() const { return isInteger ? double(i) : d; }
 };
 
+// bit takes integer text only, as the integer types do.
+bool isIntegerTarget(const QString& target) {
+    return target == QLatin1String("int") || target == QLatin1String("smallint") || target == QLatin1String("bigint") ||
+           target == QLatin1String("tinyint") || target == QLatin1String("bit");
+}
+
 QString conversionMessage(const QString& value, const QString& target) {
-    if (target == QLatin1String("int") || target == QLatin1String("smallint") || target == QLatin1String("bigint") ||
-        target == QLatin1String("tinyint"))
+    if (isIntegerTarget(target))
         return QStringLiteral("Conversion failed when converting the varchar value '%1' to data type %2.").arg(quotedExcerpt(value), target);
     if (target == QLatin1String("money"))
         return QStringLiteral("Cannot convert a char value to money. The char value has incorrect syntax.");
     return QStringLiteral("Error converting data type varchar to %1.").arg(target);
 }
 
-bool isIntegerTarget(const QString& target) {
-    return target == QLatin1String("int") || target == QLatin1String("smallint") || target == QLatin1String("bigint") ||
-           target == QLatin1String("tinyint");
-}
 
 // Text to a number the way the server converts varchar: an integer target takes only an
 // integer; other targets any decimal number. Blank text is 0.
 std::optional<Number> parseNumber(const QString& text, const QString& target) {
-    const QString t = text.trimmed();
+    const QString t = (target == QLatin1String("money") ? moneyTextDigits(text) : text).trimmed();
     Number n;
     if (t.isEmpty()) return n;
     bool ok = false;
@@ -536,7 +575,7 @@ void tsqlLen(sqlite3_context* ctx, int, sqlite3_value** argv) {
     QString s = textArg(argv[0]);
     int n = int(s.size());
     while (n > 0 && s[n - 1] == u' ') --n;
-    sqlite3_result_int(ctx, int(QStringView(s).left(n).toUcs4().size()));
+    sqlite3_result_int(ctx, n);  // UTF-16 units, as the server's collation counts them
 }
 
 void tsqlCharindex(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
@@ -708,13 +747,52 @@ void tsqlDateAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     resultDate(ctx, dt.addMSecs(qint64(std::llround(d * 86400000.0))), hadTime || d != std::floor(d));
 }
 
-// A date as a datetime column stores it: yyyy-mm-dd, or with the time when it has one.
-// Text that is no date is refused, as the server refuses it.
-void tsqlStoreDate(sqlite3_context* ctx, int, sqlite3_value** argv) {
+// tsql_date_sum(a, b, sign): datetime plus or minus datetime, which the server computes on
+// their day counts: the difference of two dates is that many days after 1900-01-01.
+void tsqlDateSum(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
+    QDateTime a, b;
+    if (!dateArg(ctx, argv[0], a) || !dateArg(ctx, argv[1], b)) return;
+    const qint64 msecs = zeroDate().msecsTo(b);
+    resultDate(ctx, a.addMSecs(sqlite3_value_int(argv[2]) < 0 ? -msecs : msecs), true);
+}
+
+// tsql_date_num(date, whole): a date as its day count since 1900-01-01, the time a
+// fraction; whole rounds to the nearest day (noon and after is the next), as convert(int)
+// rounds it on the server.
+void tsqlDateNum(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    if (anyNull(argc, argv)) return sqlite3_result_null(ctx);
+    QDateTime dt;
+    if (!dateArg(ctx, argv[0], dt)) return;
+    const double days = daysSinceZero(dt);
+    if (sqlite3_value_int(argv[1]) != 0) return sqlite3_result_int64(ctx, qint64(std::floor(days + 0.5)));
+    sqlite3_result_double(ctx, days);
+}
+
+// A smalldatetime: to the nearest minute (29.999 seconds and more go up) within
+// 1900-01-01..2079-06-06 23:59. False after setting the server's out-of-range error.
+bool toSmallDateTime(sqlite3_context* ctx, sqlite3_value* source, QDateTime& dt) {
+    const QTime t = dt.time();
+    dt = QDateTime(dt.date(), QTime(t.hour(), t.minute()), Qt::UTC).addSecs(t.second() * 1000 + t.msec() >= 29999 ? 60 : 0);
+    if (dt >= zeroDate() && dt < QDateTime(QDate(2079, 6, 7), QTime(0, 0), Qt::UTC))
+        return true;
+    const int type = sqlite3_value_type(source);
+    resultError(ctx, type == SQLITE_INTEGER || type == SQLITE_FLOAT
+                         ? QStringLiteral("Arithmetic overflow error converting expression to data type smalldatetime.")
+                         : QStringLiteral("The conversion of a varchar data type to a smalldatetime data type resulted "
+                                          "in an out-of-range value."));
+    return false;
+}
+
+// tsql_store_date(value[, small]): a date as a datetime (or, with small, a smalldatetime)
+// column stores it: yyyy-mm-dd, or with the time when it has one. Text that is no date is
+// refused, as the server refuses it.
+void tsqlStoreDate(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
     bool hadTime = false;
     QDateTime dt;
     if (!dateArg(ctx, argv[0], dt, &hadTime)) return;
+    if (argc > 1 && sqlite3_value_int(argv[1]) != 0 && !toSmallDateTime(ctx, argv[0], dt)) return;
     resultText(ctx, hadTime ? formatDateTime(dt) : dt.date().toString(QStringLiteral("yyyy-MM-dd")));
 }
 
@@ -742,20 +820,64 @@ const DateStyle* findDateStyle(int style) {
     return nullptr;
 }
 
-std::optional<QString> formatDateStyle(const QDateTime& dt, int style) {
-    if (style == 0 || style == 100) {
-        static const char* const months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-        const QDate d = dt.date();
-        const QTime t = dt.time();
-        const int hour12 = t.hour() % 12 == 0 ? 12 : t.hour() % 12;
-        return QStringLiteral("%1 %2 %3 %4:%5%6")
-            .arg(QLatin1String(months[d.month() - 1]))
-            .arg(d.day(), 2, 10, QLatin1Char(' '))
-            .arg(d.year())
-            .arg(hour12, 2, 10, QLatin1Char(' '))
-            .arg(t.minute(), 2, 10, QLatin1Char('0'))
-            .arg(t.hour() < 12 ? QStringLiteral("AM") : QStringLiteral("PM"));
+// The styles with English month names (Jan), a 12-hour clock ( 9:05PM) or milliseconds
+// after a colon, filled in from their parts: %mon, %d (two digits), %sd (blank-padded day),
+// %y (two digits), %Y, %h12 (blank-padded), %H, %M, %S, %ms, %ampm.
+struct WrittenStyle {
+    int style;
+    const char* pattern;
+};
+
+const WrittenStyle kWrittenStyles[] = {
+    {0, "%mon %sd %Y %h12:%M%ampm"},           {100, "%mon %sd %Y %h12:%M%ampm"},
+    {6, "%d %mon %y"},                         {106, "%d %mon %Y"},
+    {7, "%mon %d, %y"},                        {107, "%mon %d, %Y"},
+    {9, "%mon %sd %Y %h12:%M:%S:%ms%ampm"},    {109, "%mon %sd %Y %h12:%M:%S:%ms%ampm"},
+    {13, "%d %mon %Y %H:%M:%S:%ms"},           {113, "%d %mon %Y %H:%M:%S:%ms"},
+    {14, "%H:%M:%S:%ms"},                      {114, "%H:%M:%S:%ms"},
+};
+
+QString writeStyle(const QDateTime& dt, QString pattern) {
+    static const char* const months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+    const QDate d = dt.date();
+    const QTime t = dt.time();
+    auto padded = [](int v, int width, char fill) { return QStringLiteral("%1").arg(v, width, 10, QLatin1Char(fill)); };
+    // Longer names first, so %h12 is not read as %H.
+    const std::pair<const char*, QString> fields[] = {
+        {"%mon", QLatin1String(months[d.month() - 1])},
+        {"%sd", padded(d.day(), 2, ' ')},
+        {"%h12", padded(t.hour() % 12 == 0 ? 12 : t.hour() % 12, 2, ' ')},
+        {"%ampm", t.hour() < 12 ? QStringLiteral("AM") : QStringLiteral("PM")},
+        {"%ms", padded(t.msec(), 3, '0')},
+        {"%d", padded(d.day(), 2, '0')},
+        {"%y", padded(d.year() % 100, 2, '0')},
+        {"%Y", QString::number(d.year())},
+        {"%H", padded(t.hour(), 2, '0')},
+        {"%M", padded(t.minute(), 2, '0')},
+        {"%S", padded(t.second(), 2, '0')},
+    };
+    QString out;
+    for (int i = 0; i < pattern.size();) {
+        bool matched = false;
+        for (const auto& [name, value] : fields) {
+            const QLatin1String n(name);
+            if (QStringView(pattern).mid(i).startsWith(n)) {
+                out += value;
+                i += int(n.size());
+                matched = true;
+                break;
+            }
+        }
+        if (!matched) out += pattern[i++];
     }
+    return out;
+}
+
+std::optional<QString> formatDateStyle(const QDateTime& dt, int style) {
+    for (const auto& w : kWrittenStyles)
+        if (w.style == style) return writeStyle(dt, QLatin1String(w.pattern));
+    if (style == 126)  // ISO 8601; milliseconds only when there are some
+        return dt.toString(dt.time().msec() ? QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzz") : QStringLiteral("yyyy-MM-ddTHH:mm:ss"));
     const DateStyle* s = findDateStyle(style);
     if (!s) return std::nullopt;
     return dt.toString(QLatin1String(s->format));
@@ -807,6 +929,17 @@ bool styledDateArg(sqlite3_context* ctx, sqlite3_value* value, std::optional<int
     return dateArg(ctx, value, out);
 }
 
+// Money as text in a style: 0 (and any other) two decimals, rounded; 1 two decimals with
+// a comma every three digits; 2 and 126 four decimals.
+QString moneyText(double value, int style) {
+    if (style == 2 || style == 126) return decimalText(value, 4);
+    QString s = decimalText(value, 2);
+    if (style == 1)
+        for (qsizetype at = s.indexOf(QLatin1Char('.')) - 3; at > (s.startsWith(u'-') ? 1 : 0); at -= 3)
+            s.insert(at, QLatin1Char(','));
+    return s;
+}
+
 // tsql_convert(type, length, scale, value, style, source)
 void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
     sqlite3_value* value = argv[3];
@@ -831,7 +964,7 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
                 return resultError(ctx, QStringLiteral("%1 is not a valid style number when converting from datetime to a "
                                                        "character string.").arg(style));
         } else if (source == 2 && (vt == SQLITE_FLOAT || vt == SQLITE_INTEGER)) {
-            s = decimalText(sqlite3_value_double(value), 2);  // money shows two decimals, rounded
+            s = moneyText(sqlite3_value_double(value), style);
         } else if (vt == SQLITE_FLOAT) {
             s = QString::number(sqlite3_value_double(value), 'g', 6);
         } else {
@@ -853,6 +986,11 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
         return resultText(ctx, s);
     }
     if (type == QLatin1String("float") || type == QLatin1String("real")) {
+        if (valueIsDate) {
+            QDateTime dt;
+            if (dateArg(ctx, value, dt)) sqlite3_result_double(ctx, daysSinceZero(dt));
+            return;
+        }
         Number n;
         if (!numberArg(ctx, value, QStringLiteral("float"), n)) return;
         return sqlite3_result_double(ctx, n.asDouble());
@@ -871,8 +1009,7 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
         QDateTime out;
         if (!styledDateArg(ctx, value, styled ? std::optional<int>(style) : std::nullopt, out)) return;
         if (type == QLatin1String("date")) return resultText(ctx, out.date().toString(QStringLiteral("yyyy-MM-dd")));
-        if (type == QLatin1String("smalldatetime"))  // to the nearest minute
-            out = QDateTime(out.date(), QTime(out.time().hour(), out.time().minute())).addSecs(out.time().second() >= 30 ? 60 : 0);
+        if (type == QLatin1String("smalldatetime") && !toSmallDateTime(ctx, value, out)) return;
         return resultText(ctx, formatDateTime(out));
     }
     resultError(ctx, QStringLiteral("Type %1 is not a defined system type.").arg(type));
@@ -898,6 +1035,9 @@ const FunctionDef kFunctions[] = {
     {"tsql_right", 2, tsqlSide<false>, true},
     {"tsql_date_add", 2, tsqlDateAdd, true},
     {"tsql_store_date", 1, tsqlStoreDate, true},
+    {"tsql_store_date", 2, tsqlStoreDate, true},
+    {"tsql_date_sum", 3, tsqlDateSum, true},
+    {"tsql_date_num", 2, tsqlDateNum, true},
     {"tsql_fits", 3, tsqlFits, true},
     {"tsql_convert", 6, tsqlConvert, true},
 };

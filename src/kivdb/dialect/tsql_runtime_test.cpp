@@ -105,7 +105,10 @@ INSTANTIATE_TEST_SUITE_P(
         ValueCase{"LenOfNull", "select len(null), len('中文 ')", "NULL|2"},
         ValueCase{"ModuloOfNegatives", "select -7 % 3, 7 % -3", "-1|1"},
         ValueCase{"ScalarSubqueryOfOneRow", "select (select n from Texts where t = 'B')", "1"},
-        ValueCase{"ScalarSubqueryOfNoRow", "select isnull((select n from Texts where t = 'x'), -1)", "-1"}));
+        ValueCase{"ScalarSubqueryOfNoRow", "select isnull((select n from Texts where t = 'x'), -1)", "-1"},
+        // A union converts text to its column's numeric type: '1' and 1 are one row.
+        ValueCase{"UnionConvertsTextToNumber", "select count(*) from (select 1 as x union select ' 1' union select '2') u", "2"},
+        ValueCase{"UnionColumnsConvertEach", "select 'x', 1 union all select 'y', '3' order by 1", "x|1;y|3"}));
 
 struct FailureCase {
     const char* name;
@@ -138,6 +141,9 @@ INSTANTIATE_TEST_SUITE_P(
                     "999 is not a valid style number when converting from datetime to a character string."},
         FailureCase{"TextPlusNumber", "select 'abc' + 1",
                     "Conversion failed when converting the varchar value 'abc' to data type int."},
+        FailureCase{"UnionOfIntAndText", "select 1 union select 'a'",
+                    "Conversion failed when converting the varchar value 'a' to data type int."},
+        FailureCase{"UnionOfTextAndDecimal", "select 'a' union all select 1.5", "Error converting data type varchar to numeric."},
         FailureCase{"RightNegative", "select right('abc', -1)", "Invalid length parameter passed to the right function."},
         FailureCase{"UnknownType", "select convert(geography, 1)", "Cannot find data type geography."},
         FailureCase{"TextTooLongForVarchar",

@@ -37,8 +37,7 @@ constexpr int kFirstYear = 1753;
 constexpr int kLastYear = 9999;
 
 // Date and time text: yyyy-mm-dd, yyyy/mm/dd, yyyy.mm.dd, yyyymmdd, yymmdd (years 1950..2049)
-// or Mon dd yyyy, with an
-// optional time hh:mm[:ss[.fff]][AM|PM] after a blank (or T); or a time alone, on 1900-01-01.
+// Mon dd[,] yyyy or dd Mon yyyy, with an optional time hh:mm[:ss[.fff|:fff]][AM|PM] after a blank (or T); or a time alone, on 1900-01-01.
 struct DateTimeParts {
     int year = 1900, month = 1, day = 1, hour = 0, minute = 0, second = 0, msec = 0;
     bool hasTime = false;
@@ -55,6 +54,12 @@ bool dateArg(sqlite3_context* ctx, sqlite3_value* v, QDateTime& out, bool* hadTi
 // server's overflow error instead.
 void resultDate(sqlite3_context* ctx, const QDateTime& dt, bool withTime);
 QString formatDateTime(const QDateTime& dt);
+// The server keeps time in 1/300 seconds: milliseconds end in 0, 3 or 7, .005 reads as
+// .007 and .999 as the next second (1000 from tickMsec).
+int tickMsec(int msec);
+QDateTime roundToTicks(const QDateTime& dt);
+// Days since 1900-01-01, the server's zero date, with the time as a fraction.
+double daysSinceZero(const QDateTime& dt);
 
 // ---- like patterns: % _ [a-c] [^x], compared case-folded
 
