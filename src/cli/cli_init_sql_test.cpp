@@ -223,7 +223,7 @@ TEST_F(CliTest, SqlFormatsKeepValuesApartFromStructure) {
         {"--csv", "update note set qty = qty where 1 = 0", ""},
         // A column the server leaves unnamed is column_N, never the engine's text; a plain
         // column keeps its name.
-        {"--csv", "select 1, 2+3, qty, 4 as [x], count(*) from note where qty = 3",
+        {"--csv", "select 1, 2+3, qty, 4 as [x], count(*) from note where qty = 3 group by qty",
          "column_1,column_2,qty,x,column_5\r\n1,5,3,4,1\r\n"},
         {"--json", "select 1, n.qty from note n where qty = 3", "[\n{\"column_1\":1,\"qty\":3}\n]\n"},
     };

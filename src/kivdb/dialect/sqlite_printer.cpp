@@ -547,6 +547,7 @@ private:
         // The sources first: translating a derived table types its columns.
         QStringList sources;
         for (const auto& source : core.from) sources << sourceText(*source, scope);
+        checkGrouping(core, scope);
         QString out = QStringLiteral("SELECT ");
         if (core.distinct) out += QStringLiteral("DISTINCT ");
         QStringList items;
@@ -579,6 +580,63 @@ private:
         }
         if (core.having) appendClause(out, QStringLiteral(" HAVING "), condition(*core.having, scope));
         return out;
+    }
+
+    // A grouped select (group by, or an aggregate in its list or having) may read its own
+    // columns only inside aggregates or as grouped expressions, as the server requires.
+    // Only what surely breaks the rule is refused: subqueries and names not known to
+    // belong to this level are left alone.
+    static bool isAggregate(const Expr& e) {
+        static const QStringList names = {"count", "sum", "avg", "min", "max", "count_big", "stdev", "stdevp",
+                                          "var", "varp", "checksum_agg", "grouping"};
+        return e.kind == ExprKind::Function && names.contains(e.text, Qt::CaseInsensitive);
+    }
+    static bool hasAggregate(const Expr& e) {
+        if (isAggregate(e)) return true;
+        for (const auto& a : e.args)
+            if (a && hasAggregate(*a)) return true;
+        return false;
+    }
+    static bool sameExpr(const Expr& a, const Expr& b, const Scope& scope) {
+        if (a.kind != b.kind || a.negated != b.negated || a.distinct != b.distinct || a.ops != b.ops ||
+            a.args.size() != b.args.size() || a.subquery || b.subquery || a.literals || b.literals)
+            return false;
+        if (a.kind == ExprKind::Column) {
+            const auto ra = scope.resolve(a.parts), rb = scope.resolve(b.parts);
+            return ra.scope && ra.scope == rb.scope && ra.tableIndex == rb.tableIndex &&
+                   a.parts.last().compare(b.parts.last(), Qt::CaseInsensitive) == 0;
+        }
+        if (a.kind == ExprKind::String ? a.text != b.text : a.text.compare(b.text, Qt::CaseInsensitive) != 0) return false;
+        if (a.kind == ExprKind::Convert && (a.type.name != b.type.name || a.type.length != b.type.length)) return false;
+        for (size_t i = 0; i < a.args.size(); ++i) {
+            if (!a.args[i] != !b.args[i]) return false;
+            if (a.args[i] && !sameExpr(*a.args[i], *b.args[i], scope)) return false;
+        }
+        return true;
+    }
+    static void checkGrouped(const Expr& e, const SelectCore& core, const Scope& scope, const char* clause) {
+        if (isAggregate(e)) return;
+        for (const auto& g : core.groupBy)
+            if (sameExpr(e, *g, scope)) return;
+        if (e.kind == ExprKind::Column && !e.parts.isEmpty() && !e.parts.last().startsWith(QLatin1Char('@'))) {
+            const auto r = scope.resolve(e.parts);
+            if (r.scope == &scope && !r.ambiguous && r.tableIndex >= 0)
+                throw SqlError(QStringLiteral("Column '%1.%2' is invalid in the %3 because it is not contained in either an "
+                                              "aggregate function or the GROUP BY clause.")
+                                   .arg(scope.tables()[size_t(r.tableIndex)].exposed, e.parts.last(), QLatin1String(clause))
+                                   .toStdString());
+            return;
+        }
+        for (const auto& a : e.args)
+            if (a) checkGrouped(*a, core, scope, clause);
+    }
+    static void checkGrouping(const SelectCore& core, const Scope& scope) {
+        bool grouped = !core.groupBy.empty() || (core.having && hasAggregate(*core.having));
+        for (const auto& item : core.items) grouped = grouped || (item.expr && hasAggregate(*item.expr));
+        if (!grouped) return;
+        for (const auto& item : core.items)
+            if (item.expr && item.expr->kind != ExprKind::Star) checkGrouped(*item.expr, core, scope, "select list");
+        if (core.having) checkGrouped(*core.having, core, scope, "HAVING clause");
     }
 
     // A computed text or date keeps the server's comparison rules where SQLite would fall

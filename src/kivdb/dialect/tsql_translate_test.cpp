@@ -533,7 +533,7 @@ TEST_F(TsqlTranslate, ResultColumnsAreTypedByTheirExpressions) {
         const char* tsql;
         std::vector<ColumnKind> kinds;
     } cases[] = {
-        {"select sum(Amount), count(*), max(RefDate), 1/ExRate from Rp_RAcct, AC_Currency",
+        {"select sum(Amount), count(*), max(RefDate), 1/ExRate from Rp_RAcct, AC_Currency group by ExRate",
          {K::Money, K::Integer, K::DateTime, K::Float}},
         {" select isnull(max(refDate),convert(smalldatetime,'1900-01-01')) from rp_racctRec where type=100 ",
          {K::DateTime}},
@@ -688,6 +688,45 @@ TEST(TsqlDmlFrom, ChangesOnlyTheRowsTheJoinFinds) {
         EXPECT_EQ(db.answer(c.tsql), QStringList{}) << c.tsql;
         EXPECT_EQ(db.answer("select CustNo, Sumday, Price from Cu order by CustNo"), c.rows) << c.tsql;
     }
+}
+
+// A grouped select reads its own columns only inside aggregates or as grouped
+// expressions; everything the server accepts still runs.
+TEST(TsqlGrouping, ColumnsOutsideAggregatesMustBeGrouped) {
+    struct Case {
+        const char* tsql;
+        QStringList answer;
+    };
+    const auto invalid = [](const char* column, const char* clause) {
+        return QStringList{QStringLiteral("error: Column '%1' is invalid in the %2 because it is not contained in "
+                                          "either an aggregate function or the GROUP BY clause.")
+                               .arg(QLatin1String(column), QLatin1String(clause))};
+    };
+    const std::vector<Case> cases = {
+        {"select nm, count(*) from (select 'a' as nm) x", invalid("x.nm", "select list")},
+        {"select CustNo, Qty from Ord group by CustNo", invalid("Ord.Qty", "select list")},
+        {"select o.CustNo, sum(Qty) from Ord o", invalid("o.CustNo", "select list")},
+        {"select CustNo + OrdNo, count(*) from Ord group by CustNo", invalid("Ord.OrdNo", "select list")},
+        {"select CustNo from Ord group by CustNo having Qty > 1", invalid("Ord.Qty", "HAVING clause")},
+        {"select o.CustNo, sum(o.Qty) from Ord o group by CustNo order by 1", {"c1|7", "c3|7"}},
+        {"select Qty * 2 + 1, count(*) from Ord group by Qty * 2 order by 1", {"5|1", "11|1", "15|1"}},
+        {"select upper(CustNo), count(*) from Ord group by upper(CustNo) order by 1", {"C1|2", "C3|1"}},
+        {"select 'k', 5, count(*), max(Qty) - min(Qty) from Ord", {"k|5|3|5"}},
+        {"select CustNo from Ord group by CustNo having count(*) > 1", {"c1"}},
+        {"select case when CustNo = 'c1' then 1 else 0 end, count(*) from Ord where Qty > 1 group by CustNo "
+         "order by 1",
+         {"0|1", "1|2"}},
+        {"select CustNo, (select count(*) from Ord i where i.CustNo = Ord.CustNo and i.Qty > 3) from Ord "
+         "group by CustNo order by 1",
+         {"c1|1", "c3|1"}},
+        {"select CustNo from Ord where Qty = (select max(Qty) from Ord)", {"c3"}},
+    };
+    SqliteTestDb db;
+    db.script(
+        "create table Ord (OrdNo varchar(5), CustNo varchar(5), Qty int) "
+        "insert into Ord values ('o1', 'c1', 5) insert into Ord values ('o2', 'c3', 7) "
+        "insert into Ord values ('o3', 'c1', 2)");
+    for (const Case& c : cases) EXPECT_EQ(db.answer(c.tsql), c.answer) << c.tsql;
 }
 
 TEST(TsqlPlaceholders, NamesAndValuesKeepTheirPercentSigns) {
