@@ -198,6 +198,7 @@ TEST(TsqlBuiltins, RaiseTheServersErrors) {
         {"select * from NoSuch", "Invalid object name 'NoSuch'."},
         {"create table B (n int)", "There is already an object named 'B' in the database."},
         {"update B set id = 9", "Cannot update identity column 'id'."},
+        {"update b1 set id = 9 from B b1 join B b2 on b2.n = b1.n", "Cannot update identity column 'id'."},
         {"insert into B (n, nosuch) values (1, 2)", "Invalid column name 'nosuch'."},
         {"insert into B (n) values (1, 2)",
          "There are fewer columns in the INSERT statement than values specified in the VALUES clause. The number of "
