@@ -477,6 +477,8 @@ private:
             QStringList items;
             const bool outerOrderBy = orderingBy_;
             orderingBy_ = true;
+            if (single && isGrouped(first(s)))
+                for (const auto& o : s.orderBy) checkGroupedOrder(*o.expr, first(s), *firstScope);
             for (const auto& o : s.orderBy) {
                 // The order of a union names result columns: a.x is the column x.
                 const QString term = !single && o.expr->kind == ExprKind::Column
@@ -630,10 +632,26 @@ private:
         for (const auto& a : e.args)
             if (a) checkGrouped(*a, core, scope, clause);
     }
-    static void checkGrouping(const SelectCore& core, const Scope& scope) {
+    static bool isGrouped(const SelectCore& core) {
         bool grouped = !core.groupBy.empty() || (core.having && hasAggregate(*core.having));
         for (const auto& item : core.items) grouped = grouped || (item.expr && hasAggregate(*item.expr));
-        if (!grouped) return;
+        return grouped;
+    }
+    // Order by may also name a result column, by alias, name or position, or repeat an item.
+    static void checkGroupedOrder(const Expr& e, const SelectCore& core, const Scope& scope) {
+        if (e.kind == ExprKind::Number) return;
+        for (const auto& item : core.items) {
+            if (!item.expr) continue;
+            if (e.kind == ExprKind::Column && e.parts.size() == 1 &&
+                (item.alias.compare(e.parts.last(), Qt::CaseInsensitive) == 0 ||
+                 (item.expr->kind == ExprKind::Column && item.expr->parts.last().compare(e.parts.last(), Qt::CaseInsensitive) == 0)))
+                return;
+            if (sameExpr(e, *item.expr, scope)) return;
+        }
+        checkGrouped(e, core, scope, "ORDER BY clause");
+    }
+    static void checkGrouping(const SelectCore& core, const Scope& scope) {
+        if (!isGrouped(core)) return;
         for (const auto& item : core.items)
             if (item.expr && item.expr->kind != ExprKind::Star) checkGrouped(*item.expr, core, scope, "select list");
         if (core.having) checkGrouped(*core.having, core, scope, "HAVING clause");
