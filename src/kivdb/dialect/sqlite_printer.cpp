@@ -909,19 +909,26 @@ private:
         return match ? Target{match->first->name, match->first->alias, joined} : Target{s.table, {}, false};
     }
 
-    // The FROM list and where clause of a statement, printed as a select's.
-    QString fromAndWhere(const std::vector<const TableSource*>& sources, const Expr* where, Scope& scope) {
+    // The FROM list and where condition of an update or delete, each printed once: a derived
+    // table of the list registers its columns (or a common table expression) as it prints.
+    struct PrintedFrom {
+        QString sources;
+        QString condition;  // empty without a where clause
+        QString clauses() const {
+            QString out = QStringLiteral(" FROM ") + sources;
+            if (!condition.isEmpty()) appendClause(out, QStringLiteral(" WHERE "), condition);
+            return out;
+        }
+    };
+    PrintedFrom printFrom(const std::vector<const TableSource*>& sources, const Expr* where, Scope& scope) {
         QStringList texts;
         for (const TableSource* r : sources) texts << sourceText(*r, scope);
-        QString out = QStringLiteral(" FROM ") + texts.join(QStringLiteral(", "));
-        if (where) appendClause(out, QStringLiteral(" WHERE "), condition(*where, scope));
-        return out;
+        return {texts.join(QStringLiteral(", ")), where ? condition(*where, scope) : QString()};
     }
 
     // The rowids of the target's rows the FROM list and where clause find.
-    QString targetRowids(const Target& target, const std::vector<const TableSource*>& sources, const Statement& s, Scope& scope) {
-        return QStringLiteral("SELECT ") + quoteName(target.exposed()) + QStringLiteral(".rowid") +
-               fromAndWhere(sources, s.where.get(), scope);
+    static QString targetRowids(const Target& target, const PrintedFrom& from) {
+        return QStringLiteral("SELECT ") + quoteName(target.exposed()) + QStringLiteral(".rowid") + from.clauses();
     }
 
     QString update(const Statement& s) {
@@ -944,23 +951,22 @@ private:
             // Each target row takes the values of the first row the join finds for it; the
             // statement's own table has a name no source of the list can hide.
             static const QString self = quoteName(QStringLiteral("tsql_target"));
-            QString row = QStringLiteral("SELECT ") + values.join(QStringLiteral(", ")) + QStringLiteral(" FROM ");
-            QStringList texts;
-            for (const TableSource* r : rest) texts << sourceText(*r, scope);
-            row += texts.join(QStringLiteral(", ")) + QStringLiteral(" WHERE ") + quoteName(target.exposed()) +
-                   QStringLiteral(".rowid = ") + self + QStringLiteral(".rowid");
-            if (s.where) row += QStringLiteral(" AND (") + condition(*s.where, scope) + QLatin1Char(')');
+            const PrintedFrom from = printFrom(rest, s.where.get(), scope);
+            QString row = QStringLiteral("SELECT ") + values.join(QStringLiteral(", ")) + QStringLiteral(" FROM ") +
+                          from.sources + QStringLiteral(" WHERE ") + quoteName(target.exposed()) + QStringLiteral(".rowid = ") +
+                          self + QStringLiteral(".rowid");
+            if (!from.condition.isEmpty()) row += QStringLiteral(" AND (") + from.condition + QLatin1Char(')');
             const QString assigned = columns.size() == 1 ? columns.front() : paren(columns.join(QStringLiteral(", ")));
             return QStringLiteral("UPDATE ") + quoteName(target.table) + QStringLiteral(" AS ") + self + QStringLiteral(" SET ") +
-                   assigned + QStringLiteral(" = (") + row + QStringLiteral(") WHERE rowid IN (") +
-                   targetRowids(target, rest, s, scope) + QLatin1Char(')');
+                   assigned + QStringLiteral(" = (") + row + QStringLiteral(") WHERE rowid IN (") + targetRowids(target, from) +
+                   QLatin1Char(')');
         }
         QString out = QStringLiteral("UPDATE ") + quoteName(target.table);
         if (!target.alias.isEmpty()) out += QStringLiteral(" AS ") + quoteName(target.alias);
         QStringList sets;
         for (qsizetype i = 0; i < columns.size(); ++i) sets << columns[i] + QStringLiteral(" = ") + values[i];
         out += QStringLiteral(" SET ") + sets.join(QStringLiteral(", "));
-        if (!rest.empty()) return out + fromAndWhere(rest, s.where.get(), scope);
+        if (!rest.empty()) return out + printFrom(rest, s.where.get(), scope).clauses();
         if (s.where) appendClause(out, QStringLiteral(" WHERE "), condition(*s.where, scope));
         return out;
     }
@@ -984,7 +990,7 @@ private:
         own.alias = target.alias;
         if (!target.joined) rest.insert(rest.begin(), &own);
         return QStringLiteral("DELETE FROM ") + quoteName(target.table) + QStringLiteral(" WHERE rowid IN (") +
-               targetRowids(target, rest, s, scope) + QLatin1Char(')');
+               targetRowids(target, printFrom(rest, s.where.get(), scope)) + QLatin1Char(')');
     }
 
     // ---- definitions
