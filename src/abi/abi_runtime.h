@@ -8,6 +8,7 @@
 // kivdb_conn and kivdb_host_module stay incomplete types; the handle's value is the key.
 #include "kivdb.h"
 #include "platform/connection.h"
+#include "platform/ui/library_setup.h"
 
 #include <QVariantList>
 #include <exception>
@@ -29,10 +30,12 @@ namespace kivdb::abi {
 void setLastError(const QString& message);
 void clearLastError();
 
-// Runs body; on an exception records its message and answers fallback.
+// Runs body, the library set up first; on an exception records its message and answers
+// fallback.
 template <typename T, typename Body>
 T guarded(T fallback, Body&& body) {
     try {
+        setUpLibrary();
         T result = body();
         clearLastError();
         return result;

@@ -9,6 +9,7 @@
 #include "cli/row_formats.h"
 #include "cli/usage.h"
 #include "platform/sqlite_connection.h"
+#include "platform/ui/library_setup.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>
@@ -152,6 +153,7 @@ int run(QStringList args) {
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
+    kivdb::setUpLibrary();
     QStringList args = app.arguments();
     args.removeFirst();
     int status = 0;

@@ -1,43 +1,10 @@
 #include "approval/backup_procedure.h"
 
-#include "dialect/sqlite_catalog.h"
 #include "platform/embedded_procedure_support.h"
-#include "platform/procedure_registry.h"
 #include "platform/sqlite_connection.h"
-
-#include <sqlite3.h>
 
 namespace kivdb::approval {
 namespace {
-
-// The name of the user table `name` stands for, as the schema spells it (names compare
-// without regard to case, as the server's do); nullopt when there is none. Temporary and
-// the engine's own tables are no user tables, and nor are views.
-std::optional<QString> userTableName(sqlite3* db, const QString& name) {
-    static const char* const sql =
-        "select name from main.sqlite_master where type = 'table' and name = ?1 collate nocase "
-        "and name not like 'sqlite\\_%' escape '\\'";
-    sqlite3_stmt* stmt = nullptr;
-    if (sqlite3_prepare_v2(db, sql, -1, &stmt, nullptr) != SQLITE_OK) {
-        const DatabaseError error(QString::fromUtf8(sqlite3_errmsg(db)));
-        sqlite3_finalize(stmt);
-        throw error;
-    }
-    const QByteArray utf8 = name.toUtf8();
-    sqlite3_bind_text(stmt, 1, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
-    std::optional<QString> found;
-    const int rc = sqlite3_step(stmt);
-    if (rc == SQLITE_ROW) found = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0)));
-    sqlite3_finalize(stmt);
-    if (rc != SQLITE_ROW && rc != SQLITE_DONE) throw DatabaseError(QString::fromUtf8(sqlite3_errmsg(db)));
-    return found;
-}
-
-// Columns of a table as the schema has them now: a fresh catalog, since the store may have
-// been created a moment ago.
-std::vector<dialect::CatalogColumn> columnsOf(sqlite3* db, const QString& table) {
-    return dialect::SqliteCatalog(db).tableColumns(table).value_or(std::vector<dialect::CatalogColumn>{});
-}
 
 bool isRefNo(const dialect::CatalogColumn& column) {
     return column.name.compare(QLatin1String("RefNo"), Qt::CaseInsensitive) == 0;
@@ -71,11 +38,11 @@ BackupNoteStatus backupNote(Connection& conn, const ProcedureCall& call) {
     const QString requested = textArgument(call, QStringLiteral("@sTableName")).value_or(QString()).trimmed();
     const std::optional<qint64> type = integerArgument(call, QStringLiteral("@iType"));
 
-    sqlite3* db = embeddedConnection(conn).handle();
+    SqliteConnection& embedded = embeddedConnection(conn);
     if (requested.isEmpty()) return BackupNoteStatus::NoSuchTable;
-    const std::optional<QString> table = userTableName(db, requested);
+    const std::optional<QString> table = embedded.userTableName(requested);
     if (!table) return BackupNoteStatus::NoSuchTable;
-    const std::vector<dialect::CatalogColumn> columns = columnsOf(db, *table);
+    const std::vector<dialect::CatalogColumn> columns = embedded.tableColumns(*table);
     if (!isNoteTable(columns)) return BackupNoteStatus::NotNoteTable;
 
     // Unlike the server, the store is made inside the unit of work: a copy that fails
@@ -86,16 +53,16 @@ BackupNoteStatus backupNote(Connection& conn, const ProcedureCall& call) {
              .empty())
         return BackupNoteStatus::AlreadyBackedUp;
     const QString store = *table + QStringLiteral("_Bak");
-    if (!userTableName(db, store)) {
+    if (!embedded.userTableName(store)) {
         try {
             conn.execute(QStringLiteral("select * into %1 from %2 where 1 = 0")
                              .arg(sqlBracketedName(store), sqlBracketedName(*table)));
         } catch (const DatabaseError&) {
             return BackupNoteStatus::StoreNotCreated;
         }
-        if (!userTableName(db, store)) return BackupNoteStatus::StoreNotCreated;
+        if (!embedded.userTableName(store)) return BackupNoteStatus::StoreNotCreated;
     }
-    if (!sameColumnNames(columns, columnsOf(db, store))) return BackupNoteStatus::CopyFailed;
+    if (!sameColumnNames(columns, embedded.tableColumns(store))) return BackupNoteStatus::CopyFailed;
 
     QStringList names, values;
     for (const auto& column : columns) {
@@ -118,10 +85,8 @@ BackupNoteStatus backupNote(Connection& conn, const ProcedureCall& call) {
     return BackupNoteStatus::Copied;
 }
 
-const EmbeddedProcedureRegistration registration(QStringLiteral("sy_BackupNote"),
-                                                 [](Connection& conn, ProcedureCall& call) {
-                                                     setReturnCode(call, int(backupNote(conn, call)));
-                                                 });
-
 }  // namespace
+
+void backupNoteProcedure(Connection& conn, ProcedureCall& call) { setReturnCode(call, int(backupNote(conn, call))); }
+
 }  // namespace kivdb::approval

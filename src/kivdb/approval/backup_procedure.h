@@ -11,6 +11,7 @@
 //   @iType         integer in    the table's position in the caller's list (0 the header)
 //
 // No rows under @iRefNo is no failure: nothing is copied and the copy is still recorded.
+#include "platform/connection.h"
 
 namespace kivdb::approval {
 
@@ -22,5 +23,7 @@ enum class BackupNoteStatus {
     CopyFailed = 4,       // the store's columns no longer match the table, or the copy failed
     AlreadyBackedUp = 5,  // this table was already backed up under @iNewRefNo
 };
+
+void backupNoteProcedure(Connection& conn, ProcedureCall& call);
 
 }  // namespace kivdb::approval

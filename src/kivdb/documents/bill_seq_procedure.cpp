@@ -1,7 +1,6 @@
 #include "documents/bill_seq_procedure.h"
 
 #include "platform/embedded_procedure_support.h"
-#include "platform/procedure_registry.h"
 
 #include <QDate>
 
@@ -104,16 +103,15 @@ BillSeqStatus nextBillNumber(Connection& conn, const ProcedureCall& call, QStrin
     return BillSeqStatus::Numbered;
 }
 
-const EmbeddedProcedureRegistration registration(QStringLiteral("bs_Get_BillSeqNo"), [](Connection& conn,
-                                                                                          ProcedureCall& call) {
+}  // namespace
+
+void billSeqNoProcedure(Connection& conn, ProcedureCall& call) {
     ProcedureParam& result = call.param(QStringLiteral("@ResultStr"));
     result.value = Value();
     QString number;
     const BillSeqStatus status = nextBillNumber(conn, call, number);
     if (status == BillSeqStatus::Numbered) result.value = number;
     setReturnCode(call, int(status));
-});
-
-}  // namespace
+}
 
 }  // namespace kivdb::documents

@@ -9,11 +9,14 @@
 //
 // The counter moves in a transaction of its own, or, when the caller holds one, as part of
 // the caller's: the caller's rollback then takes the number back as well.
+#include "platform/connection.h"
 
 namespace kivdb::documents {
 
 enum class BillSeqStatus { Numbered = 0, NoRule = 1, TooLong = 2 };
 
 constexpr int kMaxBillNumberLength = 20;
+
+void billSeqNoProcedure(Connection& conn, ProcedureCall& call);
 
 }  // namespace kivdb::documents

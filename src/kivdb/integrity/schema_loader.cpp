@@ -11,6 +11,10 @@
 
 #include <algorithm>
 
+// The scripts are resources of a static library, so nothing links them in unless asked for
+// (the initialiser is declared outside any namespace).
+static void initSchemaResources() { Q_INIT_RESOURCE(kivdb_schema); }
+
 namespace kivdb::integrity {
 namespace {
 
@@ -44,7 +48,11 @@ QString firstLines(const QString& batch) {
 }  // namespace
 
 // The scripts the library was built with, carried inside it.
-QString defaultSchemaDirectory() { return QStringLiteral(":/schema"); }
+QString defaultSchemaDirectory() {
+    static const bool registered = (initSchemaResources(), true);
+    Q_UNUSED(registered);
+    return QStringLiteral(":/schema");
+}
 
 QStringList tableScripts(const QString& schemaDir) {
     QDir dir(schemaDir + QStringLiteral("/mssql"));

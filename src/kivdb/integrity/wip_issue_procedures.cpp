@@ -1,7 +1,6 @@
 #include "integrity/wip_issue_procedures.h"
 
 #include "platform/embedded_procedure_support.h"
-#include "platform/procedure_registry.h"
 
 #include <vector>
 
@@ -16,7 +15,6 @@ struct ComponentOutput {
 };
 
 struct IssueCheck {
-    const char* procedure;
     // Select list of the per job and component totals of pl_JbBom, after RefJobNo, CompNo.
     const char* componentTotals;
     // What the note may still issue, from the totals b (null when not a component).
@@ -25,14 +23,12 @@ struct IssueCheck {
 };
 
 const IssueCheck kNormalIssue{
-    "Pm_CheckWipIssQty",
     "sum(isnull(PlanIssQty, 0)) as PlanIssQty, sum(isnull(IssuedQty, 0)) as IssuedQty",
     "isnull(b.PlanIssQty, 0) - isnull(b.IssuedQty, 0)",
     {{"@PlanQty", "PlanIssQty"}, {"@IssuedQty", "IssuedQty"}},
 };
 
 const IssueCheck kSupplementaryIssue{
-    "Pm_CheckWipAddIssQty",
     "sum(isnull(NeedAddQty, 0)) - sum(isnull(AddIssQty, 0)) as DueQty",
     "isnull(b.DueQty, 0)",
     {{"@DueQty", "DueQty"}},
@@ -87,14 +83,12 @@ void runIssueCheck(const IssueCheck& check, Connection& conn, ProcedureCall& cal
         call.param(QLatin1String(check.outputs[i].param)).value = row[2 + i].toDouble();
 }
 
-const EmbeddedProcedureRegistration normalIssue(QLatin1String(kNormalIssue.procedure),
-                                                [](Connection& conn, ProcedureCall& call) {
-                                                    runIssueCheck(kNormalIssue, conn, call);
-                                                });
-const EmbeddedProcedureRegistration supplementaryIssue(QLatin1String(kSupplementaryIssue.procedure),
-                                                       [](Connection& conn, ProcedureCall& call) {
-                                                           runIssueCheck(kSupplementaryIssue, conn, call);
-                                                       });
-
 }  // namespace
+
+void wipIssueCheckProcedure(Connection& conn, ProcedureCall& call) { runIssueCheck(kNormalIssue, conn, call); }
+
+void wipAddIssueCheckProcedure(Connection& conn, ProcedureCall& call) {
+    runIssueCheck(kSupplementaryIssue, conn, call);
+}
+
 }  // namespace kivdb::integrity

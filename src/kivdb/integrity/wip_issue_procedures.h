@@ -12,3 +12,11 @@
 // @iRes 0: within limits, the other outputs 0 and ''. @iRes 1: the first component over
 // its limit, by job and then part, with its quantities. A part that is no component of its
 // job has nothing planned or owed; lines without a job are not checked. Both return 0.
+#include "platform/connection.h"
+
+namespace kivdb::integrity {
+
+void wipIssueCheckProcedure(Connection& conn, ProcedureCall& call);     // Pm_CheckWipIssQty
+void wipAddIssueCheckProcedure(Connection& conn, ProcedureCall& call);  // Pm_CheckWipAddIssQty
+
+}  // namespace kivdb::integrity

@@ -1,15 +1,14 @@
 #pragma once
 // The suite's small utility functions: messages, string lists, periods and dates, the
-// registry, form placement and the SQL literal texts. Names keep the suite's spelling.
+// registry and the SQL literal texts. Names keep the suite's spelling. The utilities that
+// work on forms and show dialogs (SetSysScreen, SetFormPOsition, PickDate) belong to the
+// user-interface layer: platform/ui/kivfunc_forms.h and platform/ui/pick_date.h.
 //
 // Dates are the suite's date-time doubles (platform/oledate.h); 0 means no date.
 // Periods are integers year * 100 + month, years 100 to 9999; 0 means no period.
 #include "platform/oledate.h"
-#include "platform/pick_date.h"
 
 #include <QString>
-
-class QWidget;
 
 namespace kivdb::kivfunc {
 
@@ -72,15 +71,6 @@ QString ReadRegistry(const QString& keyPath, const QString& valueName,
 // The writing counterpart, for hosts that publish values such as "MainWindowsHand".
 void WriteRegistry(const QString& keyPath, const QString& valueName, const QString& value,
                    RegistryRoot root = RegistryRoot::LocalMachine);
-
-// ---- Forms ----
-// Fits a form to the screen: gives it the suite's standard face, 宋体 9 pt (or an installed
-// Song/Ming face when that one is missing), and shrinks it to the screen's work area when it
-// was designed larger. Qt already scales for the screen's DPI. A null form is ignored.
-void SetSysScreen(QWidget* form);
-// Centres a form over its parent window, or over its screen's work area when it has none,
-// keeping its top-left corner on that screen. A null form is ignored.
-void SetFormPOsition(QWidget* form);
 
 // ---- SQL literal texts, pasted into statements ----
 QString TrueValue_str();       // "1", what a bit column compares equal to for true

@@ -1,8 +1,6 @@
 #include "platform/message_sink.h"
 
-#include <QApplication>
-#include <QMessageBox>
-#include <QPushButton>
+#include <QCoreApplication>
 
 namespace kivdb {
 
@@ -12,33 +10,28 @@ namespace {
 
 MessageSink* currentSink = nullptr;
 
-struct KindLook {
-    const char* lineWord;
-    QString caption;
-    QMessageBox::Icon icon;
-};
+MessageSink* guiSink = nullptr;
 
-const KindLook& lookOf(MessageKind kind) {
-    static const KindLook hint{"hint", QStringLiteral("提示"), QMessageBox::Information};
-    static const KindLook warn{"warn", QStringLiteral("警告"), QMessageBox::Warning};
-    static const KindLook error{"error", QStringLiteral("错误"), QMessageBox::Critical};
+const char* lineWord(MessageKind kind) {
     switch (kind) {
-    case MessageKind::Hint: return hint;
-    case MessageKind::Warn: return warn;
-    case MessageKind::Error: return error;
+    case MessageKind::Hint: return "hint";
+    case MessageKind::Warn: return "warn";
+    case MessageKind::Error: return "error";
     }
-    return error;
+    return "error";
 }
 
 }  // namespace
 
 MessageSink& messageSink() {
     if (currentSink) return *currentSink;
-    static WidgetMessageSink widgetSink;
     static ConsoleMessageSink consoleSink;
-    if (qobject_cast<QApplication*>(QCoreApplication::instance())) return widgetSink;
+    const QCoreApplication* app = QCoreApplication::instance();
+    if (guiSink && app && app->inherits("QApplication")) return *guiSink;
     return consoleSink;
 }
+
+void setGuiMessageSink(MessageSink* sink) { guiSink = sink; }
 
 MessageSink* setMessageSink(MessageSink* sink) {
     MessageSink* previous = currentSink;
@@ -47,29 +40,10 @@ MessageSink* setMessageSink(MessageSink* sink) {
 }
 
 QString messageLine(MessageKind kind, const QString& text) {
-    return QStringLiteral("MSG %1: %2").arg(QLatin1String(lookOf(kind).lineWord), text);
+    return QStringLiteral("MSG %1: %2").arg(QLatin1String(lineWord(kind)), text);
 }
 
 QString confirmLine(const QString& question) { return QStringLiteral("CONFIRM: ") + question; }
-
-void WidgetMessageSink::show(MessageKind kind, const QString& text) {
-    const KindLook& look = lookOf(kind);
-    QMessageBox box(look.icon, look.caption, text, QMessageBox::NoButton, QApplication::activeWindow());
-    box.addButton(QStringLiteral("确定"), QMessageBox::AcceptRole);
-    box.exec();
-}
-
-bool WidgetMessageSink::confirm(const QString& question) {
-    QMessageBox box(QMessageBox::Question, QStringLiteral("确认"), question, QMessageBox::NoButton,
-                    QApplication::activeWindow());
-    QPushButton* yes = box.addButton(QStringLiteral("是(&Y)"), QMessageBox::YesRole);
-    QPushButton* no = box.addButton(QStringLiteral("否(&N)"), QMessageBox::NoRole);
-    // A stray Enter or Esc must not approve anything.
-    box.setDefaultButton(no);
-    box.setEscapeButton(no);
-    box.exec();
-    return box.clickedButton() == yes;
-}
 
 void ConsoleMessageSink::writeLine(const QString& line) {
     std::fputs((line + QLatin1Char('\n')).toUtf8().constData(), out_);

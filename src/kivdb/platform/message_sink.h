@@ -9,8 +9,6 @@
 #include <initializer_list>
 #include <vector>
 
-class QWidget;
-
 namespace kivdb {
 
 enum class MessageKind { Hint, Warn, Error };
@@ -23,9 +21,12 @@ public:
     virtual bool confirm(const QString& question) = 0;
 };
 
-// The current sink. Unless one was set, the default: the widget sink while a QApplication
-// exists, the console sink otherwise (decided on each call, so a GUI created later counts).
+// The current sink. Unless one was set, the default: the GUI sink (message boxes, installed
+// by the user-interface layer) while a QApplication exists, the console sink otherwise
+// (decided on each call, so a GUI created later counts).
 MessageSink& messageSink();
+// Installs the sink that shows messages in a GUI (not owned; it must outlive its use).
+void setGuiMessageSink(MessageSink* sink);
 // Makes `sink` current (not owned; it must outlive its use). nullptr returns to the default.
 // Answers the sink that was set before, nullptr for the default.
 MessageSink* setMessageSink(MessageSink* sink);
@@ -46,13 +47,6 @@ private:
 // "MSG hint: TEXT", "MSG warn: TEXT", "MSG error: TEXT" and "CONFIRM: QUESTION".
 QString messageLine(MessageKind kind, const QString& text);
 QString confirmLine(const QString& question);
-
-// Modal message boxes over the active window, with Chinese captions and buttons.
-class WidgetMessageSink : public MessageSink {
-public:
-    void show(MessageKind kind, const QString& text) override;
-    bool confirm(const QString& question) override;  // "否" is the default button
-};
 
 // Writes one UTF-8 line per message; nobody can answer on a console, so every question gets
 // the preset answer (no unless told otherwise). The text is written as given.

@@ -5,7 +5,6 @@
 namespace kivdb {
 namespace {
 
-// Built on first use, so registrations in other files' static initialisers find it ready.
 QHash<QString, EmbeddedProcedure>& registry() {
     static QHash<QString, EmbeddedProcedure> procedures;
     return procedures;

@@ -3,9 +3,8 @@
 // the server; the embedded engine has none, so the library carries their implementations
 // and the embedded connection calls them by name.
 //
-// Registration from any source file:
-//   static const EmbeddedProcedureRegistration registration(
-//       "bs_Get_BillSeqNo", [](Connection& conn, ProcedureCall& call) { ... });
+// The library's own procedures are listed in frame/embedded_procedures.cpp and registered
+// when the library is set up; a scoped registration serves tests and hosts that add one.
 #include "platform/connection.h"
 
 #include <functional>
@@ -21,7 +20,7 @@ void unregisterEmbeddedProcedure(const QString& name);
 // The implementation of a name; throws DatabaseError "Could not find stored procedure 'NAME'.".
 EmbeddedProcedure findEmbeddedProcedure(const QString& name);
 
-// Registers for as long as it lives: a static one registers for the program's life.
+// Registers for as long as it lives.
 class EmbeddedProcedureRegistration {
 public:
     EmbeddedProcedureRegistration(const QString& name, EmbeddedProcedure procedure);

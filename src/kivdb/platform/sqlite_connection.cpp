@@ -330,6 +330,26 @@ void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcom
     }
 }
 
+std::optional<QString> SqliteConnection::userTableName(const QString& name) {
+    static const char sql[] =
+        "select name from main.sqlite_master where type = 'table' and name = ?1 collate nocase "
+        "and name not like 'sqlite\\_%' escape '\\'";
+    const auto turn = lock();
+    const char* next = sql;
+    PreparedStatement stmt(db_, next, sql + sizeof sql - 1);
+    const QByteArray utf8 = name.toUtf8();
+    sqlite3_bind_text(stmt.get(), 1, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+    const int rc = sqlite3_step(stmt.get());
+    if (rc == SQLITE_ROW) return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt.get(), 0)));
+    if (rc != SQLITE_DONE) throw sqliteError(db_);
+    return std::nullopt;
+}
+
+std::vector<dialect::CatalogColumn> SqliteConnection::tableColumns(const QString& table) {
+    const auto turn = lock();
+    return dialect::SqliteCatalog(db_).tableColumns(table).value_or(std::vector<dialect::CatalogColumn>{});
+}
+
 RowSet SqliteConnection::runQuery(const QString& sql) { return run(sql).rows; }
 
 qint64 SqliteConnection::runExecute(const QString& sql) { return run(sql).changed; }

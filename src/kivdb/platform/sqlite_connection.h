@@ -3,7 +3,7 @@
 // layer. Stored procedures come from the embedded procedure registry.
 #include "dialect/sqlite_catalog.h"
 #include "platform/connection.h"
-#include "platform/connection_support.h"
+#include "connection_support.h"  // internal to the platform: by file name
 
 
 struct sqlite3;
@@ -26,6 +26,15 @@ public:
     // The SQLite text a T-SQL statement runs as. Throws DatabaseError.
     QString translate(const QString& tsql);
 
+    // The user table `name` stands for, as the schema spells it (names compare without
+    // regard to case, as the server's do); nullopt when there is none. Temporary tables, the
+    // engine's own tables and views are no user tables. Throws DatabaseError.
+    std::optional<QString> userTableName(const QString& name);
+    // The columns of a table as the schema has them now (one made a moment ago included);
+    // empty when there is no such table. Throws DatabaseError.
+    std::vector<dialect::CatalogColumn> tableColumns(const QString& table);
+
+    // For the platform and tests; the library's other layers go through the calls above.
     sqlite3* handle() const { return db_; }
 
 protected:

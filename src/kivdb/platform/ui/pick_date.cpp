@@ -1,6 +1,6 @@
-#include "platform/pick_date.h"
+#include "platform/ui/pick_date.h"
 
-#include "platform/kivfunc.h"
+#include "platform/ui/kivfunc_forms.h"
 #include "platform/oledate.h"
 
 #include <QCalendarWidget>

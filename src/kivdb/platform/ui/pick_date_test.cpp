@@ -1,4 +1,4 @@
-#include "platform/pick_date.h"
+#include "platform/ui/pick_date.h"
 
 #include "platform/kivfunc_gui_test.h"
 #include "platform/oledate.h"
