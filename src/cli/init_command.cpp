@@ -138,8 +138,8 @@ void initDatabase(const InitOptions& options) {
     WorkFileGuard guard(work);
     {
         SqliteConnection conn(work, SqliteConnection::OpenMode::CreateIfMissing);
-        integrity::applySchema(conn.handle(), schemaDir);
-        if (options.sample) integrity::applySampleData(conn.handle(), schemaDir + QStringLiteral("/sample"));
+        integrity::applySchema(conn, schemaDir);
+        if (options.sample) integrity::applySampleData(conn, schemaDir + QStringLiteral("/sample"));
     }
     flushToDisk(work);
     moveIntoPlace(work, target.absoluteFilePath());

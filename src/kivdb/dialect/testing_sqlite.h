@@ -19,7 +19,14 @@ public:
         registerRuntime(db_);
         catalog_ = std::make_unique<SqliteCatalog>(db_);
     }
-    ~SqliteTestDb() { sqlite3_close(db_); }
+    // Over a database another owner opened with the runtime registered (an embedded
+    // connection's); not closed here.
+    explicit SqliteTestDb(sqlite3* borrowed) : db_(borrowed), owned_(false) {
+        catalog_ = std::make_unique<SqliteCatalog>(db_);
+    }
+    ~SqliteTestDb() {
+        if (owned_) sqlite3_close(db_);
+    }
     SqliteTestDb(const SqliteTestDb&) = delete;
     SqliteTestDb& operator=(const SqliteTestDb&) = delete;
 
@@ -80,6 +87,7 @@ public:
 
 private:
     sqlite3* db_ = nullptr;
+    bool owned_ = true;
     std::unique_ptr<SqliteCatalog> catalog_;
 
     [[noreturn]] void fail() {

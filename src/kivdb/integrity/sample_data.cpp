@@ -20,10 +20,10 @@ std::vector<SchemaBatch> sampleDataBatches(const QString& sampleDir) {
     return schemaBatches(sampleDir);
 }
 
-void applySampleData(sqlite3* db, const QString& sampleDir) {
+void applySampleData(Connection& conn, const QString& sampleDir) {
     requireScripts(sampleDir);
     try {
-        applySchema(db, sampleDir);
+        applySchema(conn, sampleDir);
     } catch (const SchemaError& e) {
         throw SchemaError(QStringLiteral("sample data: %1").arg(QString::fromUtf8(e.what())).toStdString());
     }

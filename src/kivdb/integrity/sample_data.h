@@ -7,7 +7,6 @@
 #include <QString>
 #include <vector>
 
-struct sqlite3;
 
 namespace kivdb::integrity {
 
@@ -23,6 +22,6 @@ std::vector<SchemaBatch> sampleDataBatches(const QString& sampleDir);
 // --sample` does right after the schema. All or nothing: the first failing batch (a key
 // already present, a column the schema lacks) rolls back every sample row and throws
 // SchemaError naming the script and the statement. Opens its own transaction.
-void applySampleData(sqlite3* db, const QString& sampleDir);
+void applySampleData(Connection& conn, const QString& sampleDir);
 
 }  // namespace kivdb::integrity

@@ -1,6 +1,7 @@
 #include "integrity/sample_data.h"
 
 #include "dialect/testing_sqlite.h"
+#include "platform/sqlite_connection.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,12 +19,15 @@
 namespace kivdb::integrity {
 namespace {
 
-// The embedded database read back as text, each row's cells joined by '|'; a query that
+// An embedded database, read back as text, each row's cells joined by '|'; a query that
 // fails is reported and answers no rows.
-struct MemoryDb : dialect::testing::SqliteTestDb {
+struct MemoryDb {
+    SqliteConnection conn{QStringLiteral(":memory:"), SqliteConnection::OpenMode::CreateIfMissing};
+    dialect::testing::SqliteTestDb raw{conn.handle()};
+
     QStringList rows(const QString& sql) {
         try {
-            return runSqlite(sql);
+            return raw.runSqlite(sql);
         } catch (const std::exception& e) {
             ADD_FAILURE() << e.what() << "\n" << sql.toStdString();
             return {};
@@ -74,8 +78,8 @@ protected:
     static void SetUpTestSuite() {
         db_ = std::make_unique<MemoryDb>();
         try {
-            applySchema(db_->handle(), defaultSchemaDirectory());
-            applySampleData(db_->handle(), defaultSampleDirectory());
+            applySchema(db_->conn, defaultSchemaDirectory());
+            applySampleData(db_->conn, defaultSampleDirectory());
         } catch (const std::exception& e) {
             loadError_ = QString::fromUtf8(e.what());
         }
@@ -660,9 +664,9 @@ TEST(SampleDataLoader, LoadsAllOrNothing) {
             file.write(text);
         }
         MemoryDb db;
-        applySchema(db.handle(), defaultSchemaDirectory());
+        applySchema(db.conn, defaultSchemaDirectory());
         try {
-            applySampleData(db.handle(), dir.path());
+            applySampleData(db.conn, dir.path());
             ADD_FAILURE() << "loaded";
         } catch (const SchemaError& e) {
             EXPECT_TRUE(QString::fromUtf8(e.what()).contains(QString::fromUtf8(c.messagePart))) << e.what();
@@ -673,13 +677,13 @@ TEST(SampleDataLoader, LoadsAllOrNothing) {
 
 TEST(SampleDataLoader, LoadingTwiceFailsOnTheKeysAndKeepsTheFirstLoad) {
     MemoryDb db;
-    applySchema(db.handle(), defaultSchemaDirectory());
-    applySampleData(db.handle(), defaultSampleDirectory());
+    applySchema(db.conn, defaultSchemaDirectory());
+    applySampleData(db.conn, defaultSampleDirectory());
     const QStringList tables = {QStringLiteral("bs_paralistB"), QStringLiteral("sl_ShipDtl"),
                                 QStringLiteral("St_onhand")};
     std::vector<qint64> before;
     for (const QString& t : tables) before.push_back(db.count(t));
-    EXPECT_THROW(applySampleData(db.handle(), defaultSampleDirectory()), SchemaError);
+    EXPECT_THROW(applySampleData(db.conn, defaultSampleDirectory()), SchemaError);
     for (size_t i = 0; i < tables.size(); ++i)
         EXPECT_EQ(db.count(tables[int(i)]), before[i]) << tables[int(i)].toStdString();
 }

@@ -1,6 +1,7 @@
 #include "integrity/schema_loader.h"
 
 #include "dialect/testing_sqlite.h"
+#include "platform/sqlite_connection.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,7 +20,13 @@ namespace {
 
 using dialect::ColumnKind;
 
-using Db = dialect::testing::SqliteTestDb;
+// An embedded database, seen through the connection and, for reading the schema back, raw.
+struct EmbeddedConnection {
+    SqliteConnection conn{QStringLiteral(":memory:"), SqliteConnection::OpenMode::CreateIfMissing};
+};
+struct Db : EmbeddedConnection, dialect::testing::SqliteTestDb {
+    Db() : SqliteTestDb(conn.handle()) {}
+};
 
 // Rows of a query, each as its cells' text; a query that fails is reported and answers none.
 std::vector<QStringList> rows(Db& db, const QString& sql) {
@@ -89,7 +96,7 @@ TEST(SchemaScripts, OnlyNumberedScriptsAreAppliedInNameOrder) {
 
     EXPECT_EQ(tableScripts(dir.path()).size(), 2);
     Db db;
-    ASSERT_NO_THROW(applySchema(db.handle(), dir.path()));
+    ASSERT_NO_THROW(applySchema(db.conn, dir.path()));
     EXPECT_EQ(rows(db, "select name from sqlite_master where name = 'IX_first_a'").size(), 1u);
 }
 
@@ -100,7 +107,7 @@ TEST(SchemaScripts, AFailingBatchLeavesNothingBehind) {
 
     Db db;
     try {
-        applySchema(db.handle(), dir.path());
+        applySchema(db.conn, dir.path());
         FAIL() << "a broken script was applied";
     } catch (const SchemaError& e) {
         EXPECT_NE(std::string(e.what()).find("02_bad.sql: create table broken"), std::string::npos)
@@ -155,7 +162,7 @@ class EmbeddedSchema : public ::testing::Test {
 protected:
     void SetUp() override {
         try {
-            applySchema(db_.handle(), schemaDir());
+            applySchema(db_.conn, schemaDir());
         } catch (const std::exception& e) {
             FAIL() << e.what();
         }

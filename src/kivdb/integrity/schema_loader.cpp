@@ -1,13 +1,11 @@
 #include "integrity/schema_loader.h"
 
 #include "dialect/dialect.h"
-#include "dialect/sqlite_catalog.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <sqlite3.h>
 
 #include <algorithm>
 
@@ -23,15 +21,6 @@ QString readText(const QString& path) {
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         throw SchemaError(QStringLiteral("cannot read %1: %2").arg(path, file.errorString()).toStdString());
     return QString::fromUtf8(file.readAll());
-}
-
-void exec(sqlite3* db, const QString& sql) {
-    char* message = nullptr;
-    if (sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &message) != SQLITE_OK) {
-        const QString text = QString::fromUtf8(message ? message : sqlite3_errmsg(db));
-        sqlite3_free(message);
-        throw SchemaError(text.toStdString());
-    }
 }
 
 QString firstLines(const QString& batch) {
@@ -74,20 +63,19 @@ std::vector<SchemaBatch> schemaBatches(const QString& schemaDir) {
     return batches;
 }
 
-void applySchema(sqlite3* db, const QString& schemaDir) {
+void applySchema(Connection& conn, const QString& schemaDir) {
     const std::vector<SchemaBatch> batches = schemaBatches(schemaDir);
-    dialect::SqliteCatalog catalog(db);
-    exec(db, QStringLiteral("begin"));
+    conn.begin();
     const SchemaBatch* current = nullptr;
     try {
         for (const SchemaBatch& batch : batches) {
             current = &batch;
-            exec(db, dialect::translateToSqlite(batch.text, catalog));
-            catalog.invalidate();  // the next batch may name what this one created
+            conn.execute(batch.text);
         }
-        exec(db, QStringLiteral("commit"));
+        current = nullptr;
+        conn.commit();
     } catch (const std::exception& e) {
-        sqlite3_exec(db, "rollback", nullptr, nullptr, nullptr);
+        if (conn.inTransaction()) conn.rollback();
         const QString origin = current ? current->origin : QStringLiteral("commit");
         throw SchemaError(QStringLiteral("%1: %2").arg(origin, QString::fromUtf8(e.what())).toStdString());
     }

@@ -2,12 +2,13 @@
 // The suite's schema lives once, as the T-SQL scripts a DBA runs on SQL Server
 // (schema/mssql/NN_module.sql). The embedded database is built from the same scripts,
 // batch by batch through the dialect.
+#include "platform/connection.h"
+
 #include <QString>
 #include <QStringList>
 #include <stdexcept>
 #include <vector>
 
-struct sqlite3;
 
 namespace kivdb::integrity {
 
@@ -35,10 +36,10 @@ struct SchemaBatch {
 // are no scripts or one cannot be read. For a connection that runs T-SQL itself.
 std::vector<SchemaBatch> schemaBatches(const QString& schemaDir);
 
-// Runs every table script on an embedded database whose runtime is registered. All or
-// nothing: the first failing batch rolls back the whole schema and throws SchemaError
-// naming the script and the start of the batch.
-void applySchema(sqlite3* db, const QString& schemaDir);
+// Runs every table script on a connection, in a transaction of its own. All or nothing: the
+// first failing batch rolls back the whole schema and throws SchemaError naming the script
+// and the start of the batch.
+void applySchema(Connection& conn, const QString& schemaDir);
 
 // One line of schemaDir/inventory.tsv.
 struct InventoryColumn {

@@ -15,7 +15,7 @@ QString schemaTemplatePath() {
         const QString file = dir.filePath(QStringLiteral("schema.db"));
         SqliteConnection conn(file, SqliteConnection::OpenMode::CreateIfMissing);
         try {
-            integrity::applySchema(conn.handle(), integrity::defaultSchemaDirectory());
+            integrity::applySchema(conn, integrity::defaultSchemaDirectory());
         } catch (const integrity::SchemaError& e) {
             throw DatabaseError(QString::fromUtf8(e.what()));
         }
