@@ -2,15 +2,18 @@
 
 #include <QCoreApplication>
 
+#include <atomic>
+
 namespace kivdb {
 
 MessageSink::~MessageSink() = default;
 
 namespace {
 
-MessageSink* currentSink = nullptr;
-
-MessageSink* guiSink = nullptr;
+// Atomic: hosts call the library from several threads, and one may install a sink while
+// another asks for it.
+std::atomic<MessageSink*> currentSink{nullptr};
+std::atomic<MessageSink*> guiSink{nullptr};
 
 const char* lineWord(MessageKind kind) {
     switch (kind) {
@@ -24,20 +27,17 @@ const char* lineWord(MessageKind kind) {
 }  // namespace
 
 MessageSink& messageSink() {
-    if (currentSink) return *currentSink;
+    if (MessageSink* sink = currentSink.load()) return *sink;
     static ConsoleMessageSink consoleSink;
     const QCoreApplication* app = QCoreApplication::instance();
-    if (guiSink && app && app->inherits("QApplication")) return *guiSink;
+    MessageSink* gui = guiSink.load();
+    if (gui && app && app->inherits("QApplication")) return *gui;
     return consoleSink;
 }
 
 void setGuiMessageSink(MessageSink* sink) { guiSink = sink; }
 
-MessageSink* setMessageSink(MessageSink* sink) {
-    MessageSink* previous = currentSink;
-    currentSink = sink;
-    return previous;
-}
+MessageSink* setMessageSink(MessageSink* sink) { return currentSink.exchange(sink); }
 
 QString messageLine(MessageKind kind, const QString& text) {
     return QStringLiteral("MSG %1: %2").arg(QLatin1String(lineWord(kind)), text);
