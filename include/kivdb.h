@@ -15,8 +15,9 @@
  *    (strings) or kivdb_variant_free (variants).
  *  - Booleans are one byte; dates are doubles, days since 30 December 1899 (0 = no date).
  *  - Errors never cross as exceptions: the export answers its default and kivdb_last_error()
- *    holds the message for the calling thread; every call clears it first, except
- *    kivdb_last_error itself and the releases kivdb_free and kivdb_variant_free.
+ *    holds the message for the calling thread, kivdb_last_error_kind() what kind of error it
+ *    was; every call clears both first, except kivdb_last_error, kivdb_last_error_kind and
+ *    the releases kivdb_free and kivdb_variant_free.
  */
 #ifndef KIVDB_H
 #define KIVDB_H
@@ -52,6 +53,19 @@ KIVDB_API void KIVDB_CALL kivdb_disconnect(kivdb_conn* conn);
 
 /* The calling thread's last error, "" when the last call succeeded. Valid until the next call. */
 KIVDB_API const char* KIVDB_CALL kivdb_last_error(void);
+/* The kind of the calling thread's last error, KIVDB_ERROR_NONE when the last call succeeded. */
+enum kivdb_error_kind {
+    KIVDB_ERROR_NONE = 0,
+    KIVDB_ERROR_SQL = 1,      /* a statement the server would reject, or one the library cannot run */
+    KIVDB_ERROR_DATABASE = 2, /* the database, its driver or the connection failed */
+    KIVDB_ERROR_VALUE = 3,    /* a value that is not of the type asked for */
+    KIVDB_ERROR_DATE = 4,     /* a text or number that is not a date */
+    KIVDB_ERROR_SCHEMA = 5,   /* the schema scripts could not be read or run */
+    KIVDB_ERROR_ARGUMENT = 6, /* bad input: a null, invalid or closed handle, text that is not in
+                               * the library's encoding, a quote in a text value, an unknown option */
+    KIVDB_ERROR_INTERNAL = 7  /* a fault of the library itself */
+};
+KIVDB_API int32_t KIVDB_CALL kivdb_last_error_kind(void);
 /* "GB18030" (default; "GBK" and "CP936" name it too) or "UTF-8"; answers false for an
  * encoding the library does not know. */
 KIVDB_API bool KIVDB_CALL kivdb_set_encoding(const char* name);

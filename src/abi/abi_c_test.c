@@ -1,5 +1,5 @@
 /* The C interface as a C host uses it: connect, call exports with GBK text both ways,
- * characters beyond GBK, hidden string results, the thread's last error, switching to
+ * characters beyond GBK, hidden string results, the thread's last error and its kind, switching to
  * UTF-8, stale handles, and threads sharing one connection. Prints the plain
  * "N passed, N failed" line and exits non-zero on any failure. */
 #include "kivdb.h"
@@ -64,6 +64,46 @@ static void callDisconnectNull(void) { kivdb_disconnect(NULL); }
 static void callVariantInt(void) { kivdb_variant_free(kivdb_variant_int(1)); }
 static void callVariantCount(void) { kivdb_variant_count(NULL); }
 static void callSetEncoding(void) { kivdb_set_encoding("GBK"); }
+
+/* Each call leaves the kind of its error, or none, for kivdb_last_error_kind. */
+static kivdb_conn* kindConn;
+static void callRejectedSql(void) { SelTableIntValue(kindConn, "select Nope from Bs_ProdList"); }
+static void callConstraint(void) { ExecTmpQuery(kindConn, "insert into Kind_Key values (1); insert into Kind_Key values (1)"); }
+static void callGood(void) { SelTableIntValue(kindConn, "select Qty from Bs_ProdList"); }
+static void callNullConnection(void) { SelTableIntValue(NULL, "select 1"); }
+static void callUnknownHandle(void) { SelTableIntValue((kivdb_conn*)(uintptr_t)0x1234, "select 1"); }
+static void callNotAnInteger(void) { SelTableIntValue(kindConn, "select 'abc'"); }
+static void callNotADate(void) { SelTableDateValue(kindConn, "select 'abc'"); }
+static void callStrayLeadByte(void) { ExecTmpQuery(kindConn, "select 'a\x81 b'"); }
+static void callQuotedValue(void) { TableExistStringValue(kindConn, "Bs_ProdList", "PartNo", "P1' or '1'='1"); }
+static void callUnknownEncoding(void) { kivdb_set_encoding("EBCDIC"); }
+static void callMissingDatabase(void) { kivdb_connect("sqlite:/nonexistent/dir/x.db"); }
+
+static void checkErrorKinds(kivdb_conn* conn) {
+    kindConn = conn;
+    ExecTmpQuery(conn, "create table Kind_Key (Id int primary key)");
+    struct { void (*call)(void); int32_t kind; const char* what; } cases[] = {
+        {callRejectedSql, KIVDB_ERROR_SQL, "a column the table lacks"},
+        {callConstraint, KIVDB_ERROR_SQL, "a duplicate key"},
+        {callGood, KIVDB_ERROR_NONE, "a call that succeeds"},
+        {callNullConnection, KIVDB_ERROR_ARGUMENT, "a null connection"},
+        {callUnknownHandle, KIVDB_ERROR_ARGUMENT, "a handle the library never gave out"},
+        {callNotAnInteger, KIVDB_ERROR_VALUE, "text asked for as an integer"},
+        {callNotADate, KIVDB_ERROR_VALUE, "text asked for as a date"},
+        {callStrayLeadByte, KIVDB_ERROR_ARGUMENT, "text not in the encoding"},
+        {callQuotedValue, KIVDB_ERROR_ARGUMENT, "a quote in a text value"},
+        {callUnknownEncoding, KIVDB_ERROR_ARGUMENT, "an unknown encoding"},
+        {callMissingDatabase, KIVDB_ERROR_DATABASE, "a database that is not there"},
+    };
+    char what[128];
+    for (size_t i = 0; i < sizeof cases / sizeof cases[0]; ++i) {
+        SelTableIntValue(NULL, "select 1");
+        cases[i].call();
+        snprintf(what, sizeof what, "error kind: %s", cases[i].what);
+        check(kivdb_last_error_kind() == cases[i].kind, what);
+        check((kivdb_last_error()[0] == '\0') == (cases[i].kind == KIVDB_ERROR_NONE), what);
+    }
+}
 
 static int failsWith(const char* fragment) { return strstr(kivdb_last_error(), fragment) != NULL; }
 
@@ -166,13 +206,14 @@ int main(int argc, char** argv) {
     for (size_t i = 0; i < sizeof clearing / sizeof clearing[0]; ++i) {
         SelTableIntValue(NULL, "select 1");
         clearing[i].call();
-        check(kivdb_last_error()[0] == '\0', clearing[i].what);
+        check(kivdb_last_error()[0] == '\0' && kivdb_last_error_kind() == KIVDB_ERROR_NONE, clearing[i].what);
     }
     kivdb_variant* argument = kivdb_variant_null();
     SelTableIntValue(NULL, "select 1");
     kivdb_variant_free(argument);
     kivdb_free(NULL);
-    check(strlen(kivdb_last_error()) > 0, "releasing keeps the last error");
+    check(strlen(kivdb_last_error()) > 0 && kivdb_last_error_kind() == KIVDB_ERROR_ARGUMENT, "releasing keeps the last error");
+    checkErrorKinds(conn);
     checkThreadsShareOneConnection(conn);
     checkStaleHandles(url);
     kivdb_disconnect(conn);

@@ -17,6 +17,12 @@ namespace {
 
 std::atomic<HostEncoding> hostEncoding{HostEncoding::Gb18030};
 thread_local QByteArray lastError;
+thread_local int32_t lastErrorKind = KIVDB_ERROR_NONE;
+
+// The C interface's numbers are the kinds' own.
+static_assert(int(ErrorKind::Sql) == KIVDB_ERROR_SQL && int(ErrorKind::Database) == KIVDB_ERROR_DATABASE &&
+              int(ErrorKind::Value) == KIVDB_ERROR_VALUE && int(ErrorKind::Date) == KIVDB_ERROR_DATE &&
+              int(ErrorKind::Schema) == KIVDB_ERROR_SCHEMA && int(ErrorKind::Argument) == KIVDB_ERROR_ARGUMENT);
 
 // Handles by number. Numbers count up and are never reused, so a stale handle can never
 // reach something registered after it; connections and data modules count from different
@@ -90,26 +96,35 @@ uintptr_t keyOf(const void* handle) { return reinterpret_cast<uintptr_t>(handle)
 DatabaseError invalidConnectionHandle() {
     return DatabaseError(QStringLiteral(
         "invalid connection handle: it was closed, its data module was removed, or it never came from "
-        "kivdb_connect or GetDataConnection"));
+        "kivdb_connect or GetDataConnection"),
+        ErrorKind::Argument);
 }
 
 std::shared_ptr<HostDataModule> dataModule(kivdb_host_module* handle) {
-    if (!handle) throw DatabaseError(QStringLiteral("no data module (null handle)"));
+    if (!handle) throw DatabaseError(QStringLiteral("no data module (null handle)"), ErrorKind::Argument);
     auto module = dataModules().find(keyOf(handle));
     if (!module)
         throw DatabaseError(QStringLiteral(
-            "invalid data module handle: it was removed, or it never came from kivdb_host_add_data_module"));
+            "invalid data module handle: it was removed, or it never came from kivdb_host_add_data_module"),
+            ErrorKind::Argument);
     return module;
 }
 
 }  // namespace
 
-void setLastError(const QString& message) { lastError = outText(message); }
-void clearLastError() { lastError.clear(); }
+void setLastError(const QString& message, int32_t kind) {
+    lastError = outText(message);
+    lastErrorKind = kind;
+}
+
+void clearLastError() {
+    lastError.clear();
+    lastErrorKind = KIVDB_ERROR_NONE;
+}
 
 ConnectionTurn::ConnectionTurn(std::initializer_list<kivdb_conn*> handles) {
     for (kivdb_conn* handle : handles) {
-        if (!handle) throw DatabaseError(QStringLiteral("no connection (null handle)"));
+        if (!handle) throw DatabaseError(QStringLiteral("no connection (null handle)"), ErrorKind::Argument);
         auto conn = connections().find(keyOf(handle));
         if (!conn) throw invalidConnectionHandle();
         connections_.push_back(std::move(conn));
@@ -204,18 +219,22 @@ KIVDB_API void KIVDB_CALL kivdb_disconnect(kivdb_conn* conn) {
 }
 
 KIVDB_API const char* KIVDB_CALL kivdb_last_error(void) { return abi::lastError.constData(); }
+KIVDB_API int32_t KIVDB_CALL kivdb_last_error_kind(void) { return abi::lastErrorKind; }
 
 KIVDB_API bool KIVDB_CALL kivdb_set_encoding(const char* name) {
     abi::clearLastError();
     const auto encoding = hostEncodingNamed(name ? name : "");
-    if (!encoding) return abi::setLastError(QStringLiteral("unknown encoding '%1'").arg(QString::fromLatin1(name ? name : ""))), false;
+    if (!encoding)
+        return abi::setLastError(QStringLiteral("unknown encoding '%1'").arg(QString::fromLatin1(name ? name : "")),
+                                 KIVDB_ERROR_ARGUMENT),
+               false;
     abi::hostEncoding = *encoding;
     return true;
 }
 
 KIVDB_API void KIVDB_CALL kivdb_free(char* text) { std::free(text); }
 
-// Every entry point but kivdb_last_error and the two releases clears the previous error
+// Every entry point but kivdb_last_error, kivdb_last_error_kind and the two releases clears the previous error
 // first; releasing leaves it, so a host may free its arguments before reading it.
 KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_null(void) { return abi::clearLastError(), abi::newVariant({}); }
 KIVDB_API kivdb_variant* KIVDB_CALL kivdb_variant_int(int64_t value) {

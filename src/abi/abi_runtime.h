@@ -27,11 +27,12 @@ struct kivdb_variant {
 
 namespace kivdb::abi {
 
-void setLastError(const QString& message);
+// The thread's last error: its message and its KIVDB_ERROR_* kind.
+void setLastError(const QString& message, int32_t kind);
 void clearLastError();
 
-// Runs body, the library set up first; on an exception records its message and answers
-// fallback.
+// Runs body, the library set up first; on an exception records its message and kind and
+// answers fallback. An exception that is no kivdb::Error is the library's own fault.
 template <typename T, typename Body>
 T guarded(T fallback, Body&& body) {
     try {
@@ -39,10 +40,12 @@ T guarded(T fallback, Body&& body) {
         T result = body();
         clearLastError();
         return result;
+    } catch (const Error& e) {
+        setLastError(QString::fromUtf8(e.what()), int32_t(e.kind()));
     } catch (const std::exception& e) {
-        setLastError(QString::fromUtf8(e.what()));
+        setLastError(QString::fromUtf8(e.what()), KIVDB_ERROR_INTERNAL);
     } catch (...) {
-        setLastError(QStringLiteral("unknown error"));
+        setLastError(QStringLiteral("unknown error"), KIVDB_ERROR_INTERNAL);
     }
     return fallback;
 }

@@ -20,7 +20,7 @@ public:
     explicit CommandLineContext(QString url) : url_(std::move(url)) {}
     Connection& connection() override {
         if (!conn_) {
-            if (url_.isEmpty()) throw ValueError(QStringLiteral("this export needs a database: give --db FILE"));
+            if (url_.isEmpty()) throw ValueError(QStringLiteral("this export needs a database: give --db FILE"), ErrorKind::Argument);
             conn_ = Connection::open(url_);
             if (trace_)
                 conn_->addObserver([](const StatementEvent& e) {

@@ -82,7 +82,8 @@ CallArgs::CallArgs(const std::vector<Param>& params, const QStringList& raw) {
         QStringList names;
         for (const Param& p : params) names << QLatin1String(p.name);
         throw ValueError(QStringLiteral("expected %1 argument(s): %2, got %3")
-                             .arg(params.size()).arg(names.join(QLatin1String(", "))).arg(raw.size()));
+                             .arg(params.size()).arg(names.join(QLatin1String(", "))).arg(raw.size()),
+                         ErrorKind::Argument);
     }
     for (size_t i = 0; i < params.size(); ++i) values_.append(readArgument(params[i], raw[qsizetype(i)]));
 }

@@ -41,7 +41,7 @@ public:
     explicit WorkFileGuard(const QString& workPath) {
         const QByteArray path = QFile::encodeName(workPath);
         if (size_t(path.size()) >= sizeof gWorkPath)
-            throw DatabaseError(QStringLiteral("path too long: %1").arg(workPath));
+            throw DatabaseError(QStringLiteral("path too long: %1").arg(workPath), ErrorKind::Argument);
         std::memcpy(gWorkPath, path.constData(), size_t(path.size()) + 1);
         std::snprintf(gJournalPath, sizeof gJournalPath, "%s-journal", gWorkPath);
         unlinkAll();  // a leftover of a dead process that had our pid
@@ -104,7 +104,7 @@ void moveIntoPlace(const QString& work, const QString& target) {
         if (rc == 0) unlink(from.constData());
     }
     if (rc != 0 && errno == EEXIST)
-        throw DatabaseError(QStringLiteral("database file already exists: %1").arg(target));
+        throw DatabaseError(QStringLiteral("database file already exists: %1").arg(target), ErrorKind::Argument);
     if (rc != 0) throw systemError(QStringLiteral("cannot create"), target);
 }
 
@@ -113,14 +113,15 @@ void requireNewFilePath(const QString& path) {
     static const QRegularExpression notAFile(QStringLiteral("^file:|^:memory:$|mode=memory"),
                                              QRegularExpression::CaseInsensitiveOption);
     if (notAFile.match(path).hasMatch())
-        throw DatabaseError(QStringLiteral("--db takes a file path, not a URI or an in-memory database: %1").arg(path));
+        throw DatabaseError(QStringLiteral("--db takes a file path, not a URI or an in-memory database: %1").arg(path),
+                            ErrorKind::Argument);
     const QFileInfo info(path);
-    if (info.isDir()) throw DatabaseError(QStringLiteral("--db names a directory: %1").arg(path));
+    if (info.isDir()) throw DatabaseError(QStringLiteral("--db names a directory: %1").arg(path), ErrorKind::Argument);
     // Never touch an existing database: init is for a new one.
     if (info.exists() || info.isSymLink())
-        throw DatabaseError(QStringLiteral("database file already exists: %1").arg(path));
+        throw DatabaseError(QStringLiteral("database file already exists: %1").arg(path), ErrorKind::Argument);
     if (!info.absoluteDir().exists())
-        throw DatabaseError(QStringLiteral("directory not found: %1").arg(info.absolutePath()));
+        throw DatabaseError(QStringLiteral("directory not found: %1").arg(info.absolutePath()), ErrorKind::Argument);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "dialect/tsql_parser.h"
 
 #include <QRegularExpression>
+#include <sqlite3.h>
 
 namespace kivdb::dialect {
 
@@ -146,6 +147,17 @@ QString serverMessage(const QString& engineMessage) {
     for (const Wording& w : kWordings)
         if (const Match m = w.engine.match(engineMessage); m.hasMatch()) return w.server(m);
     return engineMessage;
+}
+
+ErrorKind engineErrorKind(int resultCode) {
+    switch (resultCode & 0xff) {
+    case SQLITE_ERROR:
+    case SQLITE_CONSTRAINT:
+    case SQLITE_MISMATCH:
+    case SQLITE_TOOBIG:
+    case SQLITE_RANGE: return ErrorKind::Sql;
+    default: return ErrorKind::Database;
+    }
 }
 
 }  // namespace kivdb::dialect

@@ -1,6 +1,8 @@
 #pragma once
 // The suite's T-SQL, run on the embedded engine (translation to SQLite) and on SQL Server
 // 2005 and later (old outer joins *= and =* rewritten to ANSI joins).
+#include "base/error.h"
+
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -14,9 +16,9 @@ namespace kivdb::dialect {
 
 // A statement SQL Server would reject, or one the dialect cannot run. The dialect never
 // repairs SQL: what the server refuses is refused here too.
-class SqlError : public std::runtime_error {
+class SqlError : public Error {
 public:
-    using std::runtime_error::runtime_error;
+    explicit SqlError(const std::string& message) : Error(message, ErrorKind::Sql) {}
 };
 
 // The server's message for a statement nested deeper than it (or the embedded parser) takes.
@@ -31,6 +33,11 @@ QString quotedExcerpt(const QString& text);
 // statement nested deeper than SQLite's parser takes gets the server's nesting message,
 // naming the embedded database's limit.
 QString serverMessage(const QString& engineMessage);
+
+// The kind of an embedded-engine error by its (extended) result code: a statement the engine
+// refused (a syntax error, a missing table, a constraint, a runtime function's error) is
+// Sql, anything else (busy, locked, I/O, a corrupt or read-only file) Database.
+ErrorKind engineErrorKind(int resultCode);
 
 // Declared kind of a column, as the T-SQL DDL named its type.
 enum class ColumnKind { Text, Integer, Float, Money, Decimal, DateTime, Bit, Unknown };

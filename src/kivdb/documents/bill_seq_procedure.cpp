@@ -55,7 +55,7 @@ QString textOrEmpty(const Value& value) { return value.isNull() ? QString() : va
 qint64 checkedSequence(const Value& value, qint64 billType) {
     const qint64 seq = value.toLongLong();
     if (seq > std::numeric_limits<qint32>::max())
-        throw DatabaseError(QStringLiteral("the numbering of bill type %1 has run out of numbers").arg(billType));
+        throw DatabaseError(QStringLiteral("the numbering of bill type %1 has run out of numbers").arg(billType), ErrorKind::Sql);
     return seq;
 }
 

@@ -8,7 +8,8 @@ namespace kivdb {
 
 QString quotedText(const QString& value) {
     if (value.contains(QLatin1Char('\'')))
-        throw ValueError(QStringLiteral("文本值中含有单引号，语句未执行: %1").arg(dialect::quotedExcerpt(value)));
+        throw ValueError(QStringLiteral("文本值中含有单引号，语句未执行: %1").arg(dialect::quotedExcerpt(value)),
+                         ErrorKind::Argument);
     return value;
 }
 
@@ -31,7 +32,7 @@ bool startsStatement(const QString& word) {
 bool isWordChar(QChar c) { return c.isLetterOrNumber() || c == u'_' || c == u'@' || c == u'#' || c == u'$'; }
 
 [[noreturn]] void refuseName(const QString& name, const char* why) {
-    throw ValueError(QStringLiteral("名称参数%1，语句未执行: %2").arg(QString::fromUtf8(why), name));
+    throw ValueError(QStringLiteral("名称参数%1，语句未执行: %2").arg(QString::fromUtf8(why), name), ErrorKind::Argument);
 }
 
 }  // namespace

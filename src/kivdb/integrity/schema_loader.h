@@ -12,9 +12,9 @@
 
 namespace kivdb::integrity {
 
-class SchemaError : public std::runtime_error {
+class SchemaError : public Error {
 public:
-    using std::runtime_error::runtime_error;
+    explicit SchemaError(const std::string& message) : Error(message, ErrorKind::Schema) {}
 };
 
 // The schema/ tree the library was built with, carried as resources (":/schema").

@@ -11,12 +11,12 @@ int RowSet::columnIndex(const QString& name) const {
     return -1;
 }
 
-DatabaseError::DatabaseError(const QString& message) : std::runtime_error(message.toStdString()) {}
+DatabaseError::DatabaseError(const QString& message, ErrorKind kind) : Error(message.toStdString(), kind) {}
 
 ProcedureParam& ProcedureCall::param(const QString& paramName) {
     for (auto& p : params)
         if (p.name.compare(paramName, Qt::CaseInsensitive) == 0) return p;
-    throw DatabaseError(QStringLiteral("Procedure %1 has no parameter %2").arg(name, paramName));
+    throw DatabaseError(QStringLiteral("Procedure %1 has no parameter %2").arg(name, paramName), ErrorKind::Argument);
 }
 
 const ProcedureParam& ProcedureCall::param(const QString& paramName) const {
@@ -40,13 +40,13 @@ std::unique_ptr<Connection> Connection::open(const QString& url) {
         return std::make_unique<OdbcConnection>(url.mid(odbcPrefix.size()));
     throw DatabaseError(
         // The text itself is not repeated: an ODBC string without its prefix holds a password.
-        QStringLiteral("unknown kind of connection: expected sqlite:PATH or odbc:CONNECTION-STRING"));
+        QStringLiteral("unknown kind of connection: expected sqlite:PATH or odbc:CONNECTION-STRING"), ErrorKind::Argument);
 }
 
 // The data layer refuses to run a command without text; callers (and tests) rely on that.
 static void refuseEmpty(const QString& sql) {
     if (sql.trimmed().isEmpty())
-        throw DatabaseError(QStringLiteral("Command text was not set for the command object."));
+        throw DatabaseError(QStringLiteral("Command text was not set for the command object."), ErrorKind::Argument);
 }
 
 RowSet Connection::query(const QString& sql) {

@@ -13,6 +13,8 @@
 // moment it is sent until its last row is read. A caller that needs several calls to
 // follow each other unbroken (a transaction) holds lock() around them; the C interface
 // does that for every export.
+#include "base/error.h"
+
 #include <QDateTime>
 #include <QString>
 #include <QVariant>
@@ -49,9 +51,11 @@ struct RowSet {
     int columnIndex(const QString& name) const;
 };
 
-class DatabaseError : public std::runtime_error {
+// What the data layer raises. Most are failures of the database (kind Database); the kind
+// says when the statement was refused (Sql) or the caller's input was wrong (Argument).
+class DatabaseError : public Error {
 public:
-    explicit DatabaseError(const QString& message);
+    explicit DatabaseError(const QString& message, ErrorKind kind = ErrorKind::Database);
     QString message() const { return QString::fromUtf8(what()); }
 };
 

@@ -40,15 +40,15 @@ QDateTime parseDateTimeText(const QString& text) {
 
 // SQL Server's own wording, which the suite's users already know.
 DatabaseError transactionAlreadyOpen() {
-    return DatabaseError(QStringLiteral("A transaction is already open on this connection."));
+    return DatabaseError(QStringLiteral("A transaction is already open on this connection."), ErrorKind::Sql);
 }
 DatabaseError noTransactionToCommit() {
     return DatabaseError(
-        QStringLiteral("The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION."));
+        QStringLiteral("The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION."), ErrorKind::Sql);
 }
 DatabaseError noTransactionToRollBack() {
     return DatabaseError(
-        QStringLiteral("The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION."));
+        QStringLiteral("The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION."), ErrorKind::Sql);
 }
 
 }  // namespace kivdb

@@ -13,13 +13,13 @@ const ProcedureParam& argument(const ProcedureCall& call, const QString& name) {
     const ProcedureParam& param = call.param(name);
     if (param.direction == ParamDirection::ReturnValue)
         throw DatabaseError(QStringLiteral("Procedure '%1': %2 is the return value, not an argument.")
-                                .arg(call.name, name));
+                                .arg(call.name, name), ErrorKind::Argument);
     return param;
 }
 
 void execSavepointControl(sqlite3* db, const QByteArray& sql) {
     if (sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
-        throw DatabaseError(QString::fromUtf8(sqlite3_errmsg(db)));
+        throw DatabaseError(QString::fromUtf8(sqlite3_errmsg(db)), dialect::engineErrorKind(sqlite3_extended_errcode(db)));
 }
 
 // Text between delimiters, the closing one doubled inside, as T-SQL reads literals and names.
@@ -43,7 +43,8 @@ std::optional<qint64> integerArgument(const ProcedureCall& call, const QString& 
     const qint64 number = value.toLongLong(&ok);
     if (!ok)
         throw DatabaseError(QStringLiteral("Procedure '%1': %2 expects an integer, got '%3'.")
-                                .arg(call.name, name, dialect::quotedExcerpt(value.toString())));
+                                .arg(call.name, name, dialect::quotedExcerpt(value.toString())),
+                            ErrorKind::Value);
     return number;
 }
 

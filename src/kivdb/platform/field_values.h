@@ -10,9 +10,12 @@ namespace kivdb {
 // The framework's date-time: days since 1899-12-30, time of day as the fraction; 0 = no date.
 using OleDate = double;
 
-class ValueError : public std::runtime_error {
+// A value not of the type asked for; text that is not in the host's encoding is the
+// caller's input refused (kind Argument).
+class ValueError : public Error {
 public:
-    explicit ValueError(const QString& message) : std::runtime_error(message.toStdString()) {}
+    explicit ValueError(const QString& message, ErrorKind kind = ErrorKind::Value)
+        : Error(message.toStdString(), kind) {}
 };
 
 QString fieldText(const Value& value);     // null gives ""

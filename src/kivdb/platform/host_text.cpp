@@ -20,11 +20,13 @@ bool isAscii(QByteArrayView bytes) {
 
 [[noreturn]] void refuseBytes(const char* encoding, QByteArrayView bytes, qsizetype at) {
     if (at < 0)
-        throw ValueError(QStringLiteral("文本含有 %1 编码以外的字节，未执行").arg(QLatin1String(encoding)));
+        throw ValueError(QStringLiteral("文本含有 %1 编码以外的字节，未执行").arg(QLatin1String(encoding)),
+                         ErrorKind::Argument);
     throw ValueError(QStringLiteral("文本第 %1 字节 0x%2 起不是有效的 %3 编码，未执行")
                          .arg(at + 1)
                          .arg(uint(uchar(bytes[at])), 2, 16, QLatin1Char('0'))
-                         .arg(QLatin1String(encoding)));
+                         .arg(QLatin1String(encoding)),
+                         ErrorKind::Argument);
 }
 
 bool inRange(uchar b, uchar low, uchar high) { return b >= low && b <= high; }

@@ -46,12 +46,26 @@ QString diagnostics(SQLSMALLINT handleType, SQLHANDLE handle) {
     return messages.join(QLatin1Char('\n'));
 }
 
+// The kind of a failure by the class of its first SQLSTATE: a dynamic SQL, cardinality,
+// data, constraint or syntax and access error is the server refusing the statement; the
+// rest (connection, driver, transaction rolled back) a failure of the database.
+ErrorKind diagnosticKind(SQLSMALLINT handleType, SQLHANDLE handle) {
+    SQLWCHAR state[6] = {};
+    SQLINTEGER nativeError = 0;
+    SQLWCHAR text[1] = {};
+    SQLSMALLINT length = 0;
+    if (!SQL_SUCCEEDED(SQLGetDiagRecW(handleType, handle, 1, state, &nativeError, text, 1, &length)))
+        return ErrorKind::Database;
+    static const QStringList refused = {"07", "21", "22", "23", "37", "42"};
+    return refused.contains(fromWide(state, 2)) ? ErrorKind::Sql : ErrorKind::Database;
+}
+
 // SQL_NO_DATA is an answer, not a failure (an UPDATE that matched no row says it).
 void check(SQLRETURN rc, SQLSMALLINT handleType, SQLHANDLE handle, const char* action) {
     if (SQL_SUCCEEDED(rc) || rc == SQL_NO_DATA) return;
     QString message = diagnostics(handleType, handle);
     if (message.isEmpty()) message = QStringLiteral("ODBC %1 failed").arg(QLatin1String(action));
-    throw DatabaseError(message);
+    throw DatabaseError(message, diagnosticKind(handleType, handle));
 }
 
 // A statement handle, freed on every path.
@@ -306,7 +320,8 @@ OdbcConnection::ConnectionOptions OdbcConnection::parseConnectionString(const QS
             if (mode == QLatin1String("ansi")) options.forcedOuterJoins = OuterJoinMode::Ansi;
             else if (mode == QLatin1String("legacy")) options.forcedOuterJoins = OuterJoinMode::Legacy;
             else
-                throw DatabaseError(QStringLiteral("%1 must be ansi or legacy, not \"%2\"").arg(kOuterJoinOption, mode));
+                throw DatabaseError(QStringLiteral("%1 must be ansi or legacy, not \"%2\"").arg(kOuterJoinOption, mode),
+                                    ErrorKind::Argument);
         } else if (!attribute.trimmed().isEmpty()) {
             kept << attribute;
         }
@@ -393,7 +408,7 @@ QString OdbcConnection::serverText(const QString& sql) {
     try {
         return dialect::rewriteOuterJoins(sql, catalog());
     } catch (const dialect::SqlError& e) {
-        throw DatabaseError(QString::fromUtf8(e.what()));
+        throw DatabaseError(QString::fromUtf8(e.what()), e.kind());
     }
 }
 
@@ -449,7 +464,8 @@ struct BoundParameter {
 
 DatabaseError badParameterValue(const ProcedureParam& param, const char* expected) {
     return DatabaseError(QStringLiteral("parameter %1: \"%2\" is not %3")
-                             .arg(param.name, param.value.toString(), QLatin1String(expected)));
+                             .arg(param.name, param.value.toString(), QLatin1String(expected)),
+                         ErrorKind::Value);
 }
 
 void bindParameter(const StatementHandle& stmt, SQLUSMALLINT number, const ProcedureParam& param,
@@ -576,7 +592,7 @@ void OdbcConnection::runProcedure(ProcedureCall& call) {
         if (param.direction != ParamDirection::ReturnValue) {
             markers.push_back(&param);
         } else if (!markers.empty() && markers.front()->direction == ParamDirection::ReturnValue) {
-            throw DatabaseError(QStringLiteral("Procedure %1 declares two return values").arg(call.name));
+            throw DatabaseError(QStringLiteral("Procedure %1 declares two return values").arg(call.name), ErrorKind::Argument);
         } else {
             markers.insert(markers.begin(), &param);
         }

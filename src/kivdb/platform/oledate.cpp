@@ -7,7 +7,7 @@
 namespace kivdb {
 
 DateConversionError::DateConversionError(const QString& message)
-    : std::runtime_error(message.toStdString()) {}
+    : Error(message.toStdString(), ErrorKind::Date) {}
 
 namespace {
 

@@ -3,6 +3,8 @@
 // time of day as the fraction. 0 means "no date". Before 1899-12-30 the integral part is
 // negative while the fraction still counts forward from midnight: -1.25 is 1899-12-29 06:00.
 // Valid values run from 0100-01-01 to 9999-12-31.
+#include "base/error.h"
+
 #include <QDate>
 #include <QDateTime>
 #include <QString>
@@ -13,7 +15,7 @@ namespace kivdb {
 
 // A text or a year/month/day that is not a date. Raised to the caller, like any conversion
 // error of the framework.
-class DateConversionError : public std::runtime_error {
+class DateConversionError : public Error {
 public:
     explicit DateConversionError(const QString& message);
     QString message() const { return QString::fromUtf8(what()); }

@@ -29,7 +29,7 @@ void unregisterEmbeddedProcedure(const QString& name) { registry().remove(regist
 EmbeddedProcedure findEmbeddedProcedure(const QString& name) {
     const auto it = registry().constFind(registryKey(name));
     if (it == registry().constEnd() || !*it)
-        throw DatabaseError(QStringLiteral("Could not find stored procedure '%1'.").arg(name));
+        throw DatabaseError(QStringLiteral("Could not find stored procedure '%1'.").arg(name), ErrorKind::Sql);
     return *it;
 }
 

@@ -17,7 +17,10 @@ namespace {
 // Long enough for another connection to the same file to finish a save.
 constexpr int kBusyTimeoutMs = 5000;
 
-DatabaseError sqliteError(sqlite3* db) { return DatabaseError(dialect::serverMessage(QString::fromUtf8(sqlite3_errmsg(db)))); }
+DatabaseError sqliteError(sqlite3* db) {
+    return DatabaseError(dialect::serverMessage(QString::fromUtf8(sqlite3_errmsg(db))),
+                         dialect::engineErrorKind(sqlite3_extended_errcode(db)));
+}
 
 // One prepared statement of a text, finalized on every path.
 class PreparedStatement {
@@ -180,7 +183,7 @@ RowSet readRows(sqlite3* db, sqlite3_stmt* stmt, const std::vector<dialect::Colu
 
 sqlite3* openDatabase(const QString& path, SqliteConnection::OpenMode mode) {
     const bool inMemory = path == QLatin1String(":memory:");
-    if (path.isEmpty()) throw DatabaseError(QStringLiteral("database file not given"));
+    if (path.isEmpty()) throw DatabaseError(QStringLiteral("database file not given"), ErrorKind::Argument);
     if (!inMemory && mode == SqliteConnection::OpenMode::ExistingFile && !QFileInfo::exists(path))
         throw DatabaseError(QStringLiteral("database file not found: %1").arg(path));
 
@@ -264,7 +267,7 @@ dialect::SqliteTranslation SqliteConnection::translateTyped(const QString& tsql)
     try {
         return translations_.translateTyped(tsql, catalog_);
     } catch (const dialect::SqlError& e) {
-        throw DatabaseError(QString::fromUtf8(e.what()));
+        throw DatabaseError(QString::fromUtf8(e.what()), e.kind());
     }
 }
 
