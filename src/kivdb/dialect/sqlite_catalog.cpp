@@ -1,7 +1,8 @@
 #include "dialect/sqlite_catalog.h"
 
+#include "dialect/sqlite_statement.h"
+
 #include <algorithm>
-#include <sqlite3.h>
 
 namespace kivdb::dialect {
 
@@ -59,25 +60,22 @@ std::optional<std::vector<CatalogColumn>> SqliteCatalog::tableColumns(const QStr
     if (auto it = cache_.constFind(key); it != cache_.constEnd()) return *it;
 
     std::optional<std::vector<CatalogColumn>> result;
-    sqlite3_stmt* stmt = nullptr;
-    // table_xinfo searches temp first, then main, as unqualified names resolve.
-    if (sqlite3_prepare_v2(db_, "select name, type, pk from pragma_table_xinfo(?1)", -1, &stmt, nullptr) ==
-        SQLITE_OK) {
-        const QByteArray name = table.toUtf8();
-        sqlite3_bind_text(stmt, 1, name.constData(), int(name.size()), SQLITE_TRANSIENT);
-        std::vector<CatalogColumn> columns;
-        while (sqlite3_step(stmt) == SQLITE_ROW) {
-            auto text = [&](int i) {
-                return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, i)));
-            };
+    std::vector<CatalogColumn> columns;
+    try {
+        // table_xinfo searches temp first, then main, as unqualified names resolve.
+        SqliteStatement stmt(db_, "select name, type, pk from pragma_table_xinfo(?1)");
+        stmt.bind(1, table);
+        while (stmt.step()) {
+            const QString type = stmt.text(1);
             // The DDL translation declares identity columns, and only them, as INTEGER keys.
-            const bool identity = text(1) == QLatin1String("INTEGER") && sqlite3_column_int(stmt, 2) == 1;
-            columns.push_back({text(0), columnKindFromDeclType(text(1)), identity, numericTypeFromDeclType(text(1)),
-                               isNationalDeclType(text(1)), text(1).startsWith(QLatin1String("smalldatetime"), Qt::CaseInsensitive)});
+            const bool identity = type == QLatin1String("INTEGER") && stmt.integer(2) == 1;
+            columns.push_back({stmt.text(0), columnKindFromDeclType(type), identity, numericTypeFromDeclType(type),
+                               isNationalDeclType(type), type.startsWith(QLatin1String("smalldatetime"), Qt::CaseInsensitive)});
         }
-        if (!columns.empty()) result = std::move(columns);
+    } catch (const EngineError&) {
+        // An engine that fails to answer ends the list where it stopped.
     }
-    sqlite3_finalize(stmt);
+    if (!columns.empty()) result = std::move(columns);
     cache_.insert(key, result);
     return result;
 }

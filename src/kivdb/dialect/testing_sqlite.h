@@ -3,6 +3,7 @@
 // through the translator and answers rows as "a|b|c" strings (NULL as "NULL").
 #include "dialect/dialect.h"
 #include "dialect/sqlite_catalog.h"
+#include "dialect/sqlite_statement.h"
 
 #include <QStringList>
 #include <memory>
@@ -34,7 +35,7 @@ public:
     const Catalog& catalog() const { return *catalog_; }
 
     // Translates and runs; rows of the last statement that returned any. Throws SqlError
-    // from the translator, std::runtime_error with SQLite's message from the engine.
+    // from the translator, EngineError from the engine.
     QStringList run(const QString& tsql) { return runSqlite(translateToSqlite(tsql, *catalog_)); }
 
     // The rows a statement answers, or its error as the one line "error: <message>", so a
@@ -62,24 +63,27 @@ public:
         for (const QString& batch : splitBatches(text)) run(batch);
     }
 
+    // Throws EngineError with the engine's message in the server's words.
     QStringList runSqlite(const QString& sql) {
         const QByteArray utf8 = sql.toUtf8();
-        const char* tail = utf8.constData();
+        const char* next = utf8.constData();
+        const char* const end = next + utf8.size();
         QStringList rows;
-        while (tail && *tail) {
-            sqlite3_stmt* stmt = nullptr;
-            if (sqlite3_prepare_v2(db_, tail, -1, &stmt, &tail) != SQLITE_OK) fail();
-            if (!stmt) break;
-            QStringList current;
-            int rc;
-            while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
-                QStringList cells;
-                for (int i = 0; i < sqlite3_column_count(stmt); ++i) cells << cell(stmt, i);
-                current << cells.join(QLatin1Char('|'));
+        try {
+            while (next < end) {
+                SqliteStatement stmt(db_, next, end);
+                if (!stmt) continue;
+                QStringList current;
+                while (stmt.step()) {
+                    QStringList cells;
+                    for (int i = 0; i < stmt.columnCount(); ++i) cells << cell(stmt, i);
+                    current << cells.join(QLatin1Char('|'));
+                }
+                if (!current.isEmpty()) rows = current;
             }
-            sqlite3_finalize(stmt);
-            if (rc != SQLITE_DONE) fail();
-            if (!current.isEmpty()) rows = current;
+        } catch (...) {
+            catalog_->invalidate();
+            throw;
         }
         catalog_->invalidate();
         return rows;
@@ -90,17 +94,12 @@ private:
     bool owned_ = true;
     std::unique_ptr<SqliteCatalog> catalog_;
 
-    [[noreturn]] void fail() {
-        catalog_->invalidate();
-        throw std::runtime_error(serverMessage(QString::fromUtf8(sqlite3_errmsg(db_))).toStdString());
-    }
-
-    static QString cell(sqlite3_stmt* stmt, int i) {
-        switch (sqlite3_column_type(stmt, i)) {
+    static QString cell(const SqliteStatement& stmt, int i) {
+        switch (sqlite3_column_type(stmt.get(), i)) {
         case SQLITE_NULL: return QStringLiteral("NULL");
-        case SQLITE_INTEGER: return QString::number(sqlite3_column_int64(stmt, i));
-        case SQLITE_FLOAT: return QString::number(sqlite3_column_double(stmt, i), 'g', 12);
-        default: return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, i)));
+        case SQLITE_INTEGER: return QString::number(stmt.integer(i));
+        case SQLITE_FLOAT: return QString::number(stmt.real(i), 'g', 12);
+        default: return stmt.text(i);
         }
     }
 };

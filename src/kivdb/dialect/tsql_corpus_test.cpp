@@ -355,23 +355,20 @@ public:
         const QByteArray sql = outcome.translated.toUtf8();
         const char* next = sql.constData();
         const char* end = next + sql.size();
-        while (next < end && !outcome.error) {
-            sqlite3_stmt* stmt = nullptr;
-            if (sqlite3_prepare_v2(db_, next, int(end - next), &stmt, &next) != SQLITE_OK) {
-                outcome.error = QString::fromUtf8(sqlite3_errmsg(db_));
-                break;
+        try {
+            while (next < end) {
+                SqliteStatement stmt(db_, next, end);
+                if (!stmt) continue;  // blanks or a comment at the end of the text
+                const int columns = stmt.columnCount();
+                if (columns > 0) outcome.rows.clear();
+                while (stmt.step()) {
+                    QStringList values;
+                    for (int i = 0; i < columns; ++i) values << renderValue(stmt.get(), i);
+                    outcome.rows << values.join(QLatin1Char('\t'));
+                }
             }
-            if (!stmt) continue;  // blanks or a comment at the end of the text
-            const int columns = sqlite3_column_count(stmt);
-            if (columns > 0) outcome.rows.clear();
-            int rc;
-            while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
-                QStringList values;
-                for (int i = 0; i < columns; ++i) values << renderValue(stmt, i);
-                outcome.rows << values.join(QLatin1Char('\t'));
-            }
-            if (rc != SQLITE_DONE) outcome.error = QString::fromUtf8(sqlite3_errmsg(db_));
-            sqlite3_finalize(stmt);
+        } catch (const EngineError& e) {
+            outcome.error = QString::fromUtf8(e.what());
         }
         outcome.affected = sqlite3_total_changes64(db_) - changesBefore;
         return outcome;

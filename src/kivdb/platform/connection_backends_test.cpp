@@ -1,5 +1,6 @@
 // What both backends promise alike, run on each: the embedded database, and ODBC through
 // unixODBC with the SQLite ODBC driver standing in for the server.
+#include "dialect/sqlite_statement.h"
 #include "platform/connection.h"
 #include "platform/connection_testing.h"
 
@@ -93,11 +94,11 @@ TEST_P(ConnectionBackendTest, ChineseTextRoundTripsInValuesNamesAndConditions) {
     // Read back past the connection: the file holds the text itself, not a mangled copy.
     sqlite3* db = nullptr;
     ASSERT_EQ(sqlite3_open_v2(db_.path.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
-    sqlite3_stmt* stmt = nullptr;
-    sqlite3_prepare_v2(db, "select code from note", -1, &stmt, nullptr);
-    ASSERT_EQ(sqlite3_step(stmt), SQLITE_ROW);
-    EXPECT_EQ(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0))), code);
-    sqlite3_finalize(stmt);
+    {
+        dialect::SqliteStatement stmt(db, "select code from note");
+        ASSERT_TRUE(stmt.step());
+        EXPECT_EQ(stmt.text(0), code);
+    }
     sqlite3_close(db);
 }
 

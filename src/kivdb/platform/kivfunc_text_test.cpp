@@ -1,3 +1,4 @@
+#include "dialect/sqlite_statement.h"
 #include "platform/kivfunc.h"
 #include "platform/message_sink.h"
 
@@ -61,10 +62,8 @@ TEST(KivfuncSqlLiterals, SelectTheRowsTheirNamesPromise) {
     };
     for (const auto& [sql, expected] : cases) {
         QStringList rows;
-        sqlite3_stmt* stmt = nullptr;
-        ASSERT_EQ(sqlite3_prepare_v2(db, (sql + " order by Userid").toUtf8(), -1, &stmt, nullptr), SQLITE_OK);
-        while (sqlite3_step(stmt) == SQLITE_ROW) rows << reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0));
-        sqlite3_finalize(stmt);
+        dialect::SqliteStatement stmt(db, (sql + " order by Userid").toUtf8().constData());
+        while (stmt.step()) rows << stmt.text(0);
         EXPECT_EQ(rows, expected) << sql.toStdString();
     }
     sqlite3_close(db);

@@ -1,5 +1,6 @@
 #include "platform/sqlite_connection.h"
 
+#include "dialect/sqlite_statement.h"
 #include "platform/connection_support.h"
 #include "platform/procedure_registry.h"
 
@@ -9,7 +10,6 @@
 
 #include <cctype>
 #include <cmath>
-#include <cstring>
 
 namespace kivdb {
 namespace {
@@ -17,37 +17,17 @@ namespace {
 // Long enough for another connection to the same file to finish a save.
 constexpr int kBusyTimeoutMs = 5000;
 
-DatabaseError sqliteError(sqlite3* db) {
-    return DatabaseError(dialect::serverMessage(QString::fromUtf8(sqlite3_errmsg(db))),
-                         dialect::engineErrorKind(sqlite3_extended_errcode(db)));
-}
+// The engine's errors as the data layer raises them: the class callers catch, the kind kept.
+DatabaseError databaseError(const dialect::EngineError& e) { return DatabaseError(QString::fromUtf8(e.what()), e.kind()); }
 
-// One prepared statement of a text, finalized on every path.
-class PreparedStatement {
-public:
-    // Prepares the statement at `next` and moves `next` past it. Blank text and comments
-    // prepare to no statement at all. The text must be NUL-terminated at `end`: the length
-    // given includes the terminator, which spares SQLite a copy of the rest of the text
-    // for every statement (a text of many statements would cost its square).
-    PreparedStatement(sqlite3* db, const char*& next, const char* end) {
-        const char* tail = end;
-        if (sqlite3_prepare_v2(db, next, int(end - next) + 1, &stmt_, &tail) != SQLITE_OK) {
-            DatabaseError error = sqliteError(db);
-            next = end;
-            throw error;
-        }
-        next = tail;
+template <typename Body>
+auto engineErrorsAsDatabaseErrors(Body&& body) {
+    try {
+        return body();
+    } catch (const dialect::EngineError& e) {
+        throw databaseError(e);
     }
-    ~PreparedStatement() { sqlite3_finalize(stmt_); }
-    PreparedStatement(const PreparedStatement&) = delete;
-    PreparedStatement& operator=(const PreparedStatement&) = delete;
-
-    sqlite3_stmt* get() const { return stmt_; }
-    explicit operator bool() const { return stmt_ != nullptr; }
-
-private:
-    sqlite3_stmt* stmt_ = nullptr;
-};
+}
 
 // True when nothing but blanks follows: looks only as far as the first other character,
 // so that asking after every statement of a long text stays linear.
@@ -139,8 +119,9 @@ std::optional<FieldType> fieldTypeOfKind(const std::vector<dialect::ColumnKind>*
 
 // Reads every row of a statement that returns rows. A column without a declared type
 // takes the kind the translation gave it, else its first value's storage class.
-RowSet readRows(sqlite3* db, sqlite3_stmt* stmt, const std::vector<dialect::ColumnKind>* kinds,
+RowSet readRows(dialect::SqliteStatement& statement, const std::vector<dialect::ColumnKind>* kinds,
                 const std::vector<int>* scales) {
+    sqlite3_stmt* stmt = statement.get();
     const int count = sqlite3_column_count(stmt);
     std::vector<std::optional<FieldType>> declared(count);
     RowSet rows;
@@ -155,14 +136,12 @@ RowSet readRows(sqlite3* db, sqlite3_stmt* stmt, const std::vector<dialect::Colu
             if (scales && size_t(i) < scales->size()) rows.columns[i].scale = (*scales)[size_t(i)];
         }
     }
-    int rc;
-    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
+    while (statement.step()) {
         std::vector<Value> row;
         row.reserve(count);
         for (int i = 0; i < count; ++i) row.push_back(storedValue(stmt, i));
         rows.rows.push_back(std::move(row));
     }
-    if (rc != SQLITE_DONE) throw sqliteError(db);
 
     for (int i = 0; i < count; ++i) {
         FieldType type = FieldType::String;
@@ -212,10 +191,11 @@ sqlite3* openDatabase(const QString& path, SqliteConnection::OpenMode mode) {
 }
 
 qint64 pragmaValue(sqlite3* db, const char* pragma) {
-    const char* next = pragma;
-    PreparedStatement stmt(db, next, pragma + std::strlen(pragma));
-    if (sqlite3_step(stmt.get()) != SQLITE_ROW) throw sqliteError(db);
-    return sqlite3_column_int64(stmt.get(), 0);
+    return engineErrorsAsDatabaseErrors([&] {
+        dialect::SqliteStatement stmt(db, pragma);
+        if (!stmt.step()) throw DatabaseError(QStringLiteral("%1 answered no row").arg(QLatin1String(pragma)));
+        return stmt.integer(0);
+    });
 }
 
 }  // namespace
@@ -232,7 +212,7 @@ SqliteConnection::~SqliteConnection() {
 bool SqliteConnection::inTransaction() const { return sqlite3_get_autocommit(db_) == 0; }
 
 void SqliteConnection::execControl(const char* sql) {
-    if (sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) != SQLITE_OK) throw sqliteError(db_);
+    if (sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) != SQLITE_OK) throw databaseError(dialect::EngineError(db_));
 }
 
 void SqliteConnection::runBegin() {
@@ -279,7 +259,8 @@ QString SqliteConnection::translate(const QString& tsql) {
 TextOutcome SqliteConnection::run(const QString& sql) {
     TextOutcome outcome;
     const dialect::SqliteTranslation translation = translateTyped(sql);
-    runStatements(translation.sql.toUtf8(), outcome, translation.resultKinds, translation.resultScales);
+    engineErrorsAsDatabaseErrors(
+        [&] { runStatements(translation.sql.toUtf8(), outcome, translation.resultKinds, translation.resultScales); });
     return outcome;
 }
 
@@ -294,7 +275,7 @@ void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcom
     bool wrapped = false;
     try {
         while (next < end) {
-            PreparedStatement stmt(db_, next, end);
+            dialect::SqliteStatement stmt(db_, next, end);
             if (!stmt) continue;
             sqlite3_stmt* s = stmt.get();
             const bool returnsRows = sqlite3_column_count(s) > 0;
@@ -311,9 +292,9 @@ void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcom
             const qint64 totalBefore = sqlite3_total_changes64(db_);
             if (returnsRows) {
                 const bool last = onlyBlanks(next, end);
-                outcome.rows = last ? readRows(db_, s, &lastResultKinds, &lastResultScales) : readRows(db_, s, nullptr, nullptr);
-            } else if (sqlite3_step(s) != SQLITE_DONE) {
-                throw sqliteError(db_);
+                outcome.rows = last ? readRows(stmt, &lastResultKinds, &lastResultScales) : readRows(stmt, nullptr, nullptr);
+            } else {
+                stmt.step();
             }
             if (!readOnly) {
                 // sqlite3_changes64 keeps the count of the last INSERT/UPDATE/DELETE, so a
@@ -338,14 +319,12 @@ std::optional<QString> SqliteConnection::userTableName(const QString& name) {
         "select name from main.sqlite_master where type = 'table' and name = ?1 collate nocase "
         "and name not like 'sqlite\\_%' escape '\\'";
     const auto turn = lock();
-    const char* next = sql;
-    PreparedStatement stmt(db_, next, sql + sizeof sql - 1);
-    const QByteArray utf8 = name.toUtf8();
-    sqlite3_bind_text(stmt.get(), 1, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
-    const int rc = sqlite3_step(stmt.get());
-    if (rc == SQLITE_ROW) return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt.get(), 0)));
-    if (rc != SQLITE_DONE) throw sqliteError(db_);
-    return std::nullopt;
+    return engineErrorsAsDatabaseErrors([&]() -> std::optional<QString> {
+        dialect::SqliteStatement stmt(db_, sql);
+        stmt.bind(1, name);
+        if (stmt.step()) return stmt.text(0);
+        return std::nullopt;
+    });
 }
 
 std::vector<dialect::CatalogColumn> SqliteConnection::tableColumns(const QString& table) {
