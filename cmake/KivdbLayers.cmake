@@ -46,7 +46,6 @@ function(kivdb_layer_headers target)
   set(all_rel)
   foreach(folder ${L_FOLDERS})
     file(GLOB headers CONFIGURE_DEPENDS ${L_ROOT}/${folder}/*.h)
-    list(FILTER headers EXCLUDE REGEX "(_test|_testing|/testing_[^/]*)\\.h$")  # the tests' helpers
     foreach(header ${headers})
       file(RELATIVE_PATH rel ${L_ROOT} ${header})
       list(APPEND all_rel ${rel})

@@ -2,7 +2,7 @@
 // these cases compare T-SQL text; the same statements' rows on the embedded engine are
 // checked in tsql_translate_test.cpp.
 #include "dialect/dialect.h"
-#include "dialect/testing_sqlite.h"
+#include "testing/sqlite_database.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The built-in functions hosts send in their own T-SQL, run on a real embedded database:
 // each statement answers what the server answers, or raises the server's error.
 #include "dialect/dialect.h"
-#include "dialect/testing_sqlite.h"
+#include "testing/sqlite_database.h"
 
 #include <gtest/gtest.h>
 

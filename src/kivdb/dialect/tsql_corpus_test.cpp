@@ -23,7 +23,7 @@
 // Each case runs on a fresh in-memory database: fixtures first, then the statement.
 #include "dialect/dialect.h"
 #include "dialect/sqlite_catalog.h"
-#include "dialect/testing_sqlite.h"
+#include "testing/sqlite_database.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>

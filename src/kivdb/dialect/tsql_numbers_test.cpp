@@ -1,7 +1,7 @@
 // Exact money and decimals, and the server's overflow errors, on a real embedded database.
 #include "dialect/dialect.h"
-#include "dialect/testing_sqlite.h"
 #include "platform/sqlite_connection.h"
+#include "testing/sqlite_database.h"
 
 #include <gtest/gtest.h>
 

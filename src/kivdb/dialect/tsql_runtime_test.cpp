@@ -1,7 +1,7 @@
 // The runtime functions and collations, seen through statements on a real embedded
 // database: values the server would give, and the server's errors.
 #include "dialect/dialect.h"
-#include "dialect/testing_sqlite.h"
+#include "testing/sqlite_database.h"
 
 #include <gtest/gtest.h>
 

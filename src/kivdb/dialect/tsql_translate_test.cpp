@@ -1,6 +1,6 @@
 // The suite's T-SQL run on the embedded database: the rows must be SQL Server's rows.
 #include "dialect/dialect.h"
-#include "dialect/testing_sqlite.h"
+#include "testing/sqlite_database.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "documents/bill_seq_procedure.h"
 
-#include "platform/connection_testing.h"
+#include "testing/connections.h"
 #include "testing/suite_database.h"
 
 #include <QDate>
@@ -163,7 +163,7 @@ TEST_F(BillSeqProcedureTest, ConcurrentThreadsNeverShareANumber) {
     std::vector<std::thread> threads;
     for (int t = 0; t < kThreads; ++t)
         threads.emplace_back([&, t] {
-            failures[t] = databaseErrorOf([&] {
+            failures[t] = testing::databaseErrorOf([&] {
                 auto conn = file_.connect();
                 for (int i = 0; i < kEach; ++i) taken[t].push_back(nextNumber(*conn, 5).number);
             });

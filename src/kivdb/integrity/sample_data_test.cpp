@@ -1,7 +1,7 @@
 #include "integrity/sample_data.h"
 
-#include "dialect/testing_sqlite.h"
 #include "platform/sqlite_connection.h"
+#include "testing/sqlite_database.h"
 
 #include <QDir>
 #include <QFile>
@@ -23,7 +23,7 @@ namespace {
 // fails is reported and answers no rows.
 struct MemoryDb {
     SqliteConnection conn{QStringLiteral(":memory:"), SqliteConnection::OpenMode::CreateIfMissing};
-    dialect::testing::SqliteTestDb raw{conn.handle()};
+    testing::SqliteTestDb raw{conn.handle()};
 
     QStringList rows(const QString& sql) {
         try {

@@ -1,7 +1,7 @@
 #include "integrity/schema_loader.h"
 
-#include "dialect/testing_sqlite.h"
 #include "platform/sqlite_connection.h"
+#include "testing/sqlite_database.h"
 
 #include <QDir>
 #include <QFile>
@@ -24,7 +24,7 @@ using dialect::ColumnKind;
 struct EmbeddedConnection {
     SqliteConnection conn{QStringLiteral(":memory:"), SqliteConnection::OpenMode::CreateIfMissing};
 };
-struct Db : EmbeddedConnection, dialect::testing::SqliteTestDb {
+struct Db : EmbeddedConnection, testing::SqliteTestDb {
     Db() : SqliteTestDb(conn.handle()) {}
 };
 

@@ -2,7 +2,7 @@
 // unixODBC with the SQLite ODBC driver standing in for the server.
 #include "dialect/sqlite_statement.h"
 #include "platform/connection.h"
-#include "platform/connection_testing.h"
+#include "testing/connections.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -19,13 +19,13 @@ struct BackendCase {
 };
 
 const BackendCase kBackends[] = {
-    {"embedded", "sqlite:", false, kNoteTableTsql},
-    {"odbc", "odbc:Driver=SQLite3;Database=", true, kNoteTable},
+    {"embedded", "sqlite:", false, testing::kNoteTableTsql},
+    {"odbc", "odbc:Driver=SQLite3;Database=", true, testing::kNoteTable},
 };
 
 class ConnectionBackendTest : public ::testing::TestWithParam<BackendCase> {
 protected:
-    static void SetUpTestSuite() { useUtf8Locale(); }
+    static void SetUpTestSuite() { testing::useUtf8Locale(); }
 
     void SetUp() override {
         conn_ = openAnother();
@@ -35,7 +35,7 @@ protected:
     std::unique_ptr<Connection> openAnother() { return Connection::open(QLatin1String(GetParam().urlPrefix) + db_.path); }
     qlonglong noteCount(Connection& conn) { return conn.query("select count(*) from note").rows[0][0].toLongLong(); }
 
-    TemporaryDatabase db_;
+    testing::TemporaryDatabase db_;
     std::unique_ptr<Connection> conn_;
 };
 
@@ -127,7 +127,7 @@ TEST_P(ConnectionBackendTest, TransactionsCommitRollBackAndRefuseWrongOrder) {
         {&Connection::rollback, "The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION."},
     };
     for (const Case& c : cases) {
-        EXPECT_EQ(databaseErrorOf([&] { (conn_.get()->*c.action)(); }), c.message);
+        EXPECT_EQ(testing::databaseErrorOf([&] { (conn_.get()->*c.action)(); }), c.message);
     }
 }
 
@@ -147,7 +147,7 @@ TEST_P(ConnectionBackendTest, ErrorsCarryTheDriversMessageAndTheConnectionCarrie
         const std::string expected = GetParam().driverWrapsMessages
                                          ? "[SQLite]" + std::string(c.message) + " (" + std::to_string(c.sqliteCode) + ")"
                                          : c.embeddedMessage ? c.embeddedMessage : c.message;
-        EXPECT_EQ(databaseErrorOf([&] { conn_->query(c.text); }), expected);
+        EXPECT_EQ(testing::databaseErrorOf([&] { conn_->query(c.text); }), expected);
     }
     EXPECT_EQ(noteCount(*conn_), 0);
 }

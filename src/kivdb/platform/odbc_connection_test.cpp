@@ -2,7 +2,7 @@
 // for the server: connecting, fetching, types, transactions and errors all run for real.
 #include "platform/odbc_connection.h"
 
-#include "platform/connection_testing.h"
+#include "testing/connections.h"
 
 #include <gtest/gtest.h>
 
@@ -12,11 +12,11 @@ namespace {
 
 class OdbcConnectionTest : public ::testing::Test {
 protected:
-    static void SetUpTestSuite() { useUtf8Locale(); }
+    static void SetUpTestSuite() { testing::useUtf8Locale(); }
 
     void SetUp() override {
         conn_ = openWith(QString());
-        conn_->execute(kNoteTable);
+        conn_->execute(testing::kNoteTable);
     }
 
     std::unique_ptr<OdbcConnection> openWith(const QString& extraOptions) {
@@ -27,7 +27,7 @@ protected:
 
     qlonglong noteCount() { return conn_->query("select count(*) from note").rows[0][0].toLongLong(); }
 
-    TemporaryDatabase db_;
+    testing::TemporaryDatabase db_;
     std::unique_ptr<OdbcConnection> conn_;
 };
 
@@ -75,7 +75,7 @@ TEST_F(OdbcConnectionTest, BadParameterValuesAreRefusedBeforeAnythingRuns) {
     for (const Case& c : cases) {
         std::vector<ProcedureParam> params = {{"@Code", FieldType::String, ParamDirection::Input, 0, QStringLiteral("x")},
                                               c.param};
-        EXPECT_EQ(databaseErrorOf([&] { conn_->executeBound("insert into note (code, qty) values (?, ?)", params); }),
+        EXPECT_EQ(testing::databaseErrorOf([&] { conn_->executeBound("insert into note (code, qty) values (?, ?)", params); }),
                   c.message);
     }
     EXPECT_EQ(noteCount(), 0);
@@ -90,7 +90,7 @@ TEST_F(OdbcConnectionTest, ProcedureCallIsACallEscapeTheDriverMustKnow) {
         .add("@NoteNo", FieldType::String, ParamDirection::Output, 20);
     QStringList seen;
     conn_->addObserver([&](const StatementEvent& e) { seen << e.text; });
-    EXPECT_EQ(databaseErrorOf([&] { conn_->call(call); }), "[SQLite]near \"=\": syntax error (1)");
+    EXPECT_EQ(testing::databaseErrorOf([&] { conn_->call(call); }), "[SQLite]near \"=\": syntax error (1)");
     EXPECT_EQ(seen, QStringList{QStringLiteral("bs_Get_BillSeqNo")});
     EXPECT_FALSE(call.param("@NoteNo").value.isValid());
     EXPECT_EQ(noteCount(), 0);
@@ -169,7 +169,7 @@ TEST_F(OdbcConnectionTest, CatalogReadsExactlyTheNamedTable) {
 
 TEST(OdbcConnectionOpen, FailedConnectCarriesTheDriverManagersMessage) {
     const std::string message =
-        databaseErrorOf([] { Connection::open(QStringLiteral("odbc:Driver=NoSuchDriver;Database=x")); });
+        testing::databaseErrorOf([] { Connection::open(QStringLiteral("odbc:Driver=NoSuchDriver;Database=x")); });
     EXPECT_NE(message.find("NoSuchDriver"), std::string::npos) << message;
 }
 

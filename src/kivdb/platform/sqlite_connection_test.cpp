@@ -1,9 +1,10 @@
 #include "platform/sqlite_connection.h"
 
-#include "platform/connection_testing.h"
 #include "platform/procedure_registry.h"
+#include "testing/connections.h"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <future>
 #include <thread>
@@ -15,14 +16,14 @@ class SqliteConnectionTest : public ::testing::Test {
 protected:
     void SetUp() override {
         conn_ = std::make_unique<SqliteConnection>(db_.path, SqliteConnection::OpenMode::ExistingFile);
-        conn_->execute(kNoteTableTsql);
+        conn_->execute(testing::kNoteTableTsql);
         conn_->execute("create table note_line (code nvarchar(20) references note(code))");
     }
 
     qlonglong noteCount() { return conn_->query("select count(*) from note").rows[0][0].toLongLong(); }
     bool statementsLeft() { return sqlite3_next_stmt(conn_->handle(), nullptr) != nullptr; }
 
-    TemporaryDatabase db_;
+    testing::TemporaryDatabase db_;
     std::unique_ptr<SqliteConnection> conn_;
 };
 
@@ -86,7 +87,7 @@ TEST_F(SqliteConnectionTest, DateTextsReadAsDatesAndOtherTextIsKept) {
 TEST_F(SqliteConnectionTest, TextThatIsNoDateIsRefusedForADateColumn) {
     for (const char* text : {"2024-02-30", "soon"}) {
         SCOPED_TRACE(text);
-        EXPECT_EQ(databaseErrorOf([&] {
+        EXPECT_EQ(testing::databaseErrorOf([&] {
                       conn_->execute(QStringLiteral("insert into note (code, made) values ('E', '%1')").arg(QLatin1String(text)));
                   }),
                   "Conversion failed when converting date and/or time from character string.");
@@ -142,7 +143,7 @@ TEST_F(SqliteConnectionTest, FailuresCarrySqliteMessageAndLeaveNothingBehind) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.text);
-        EXPECT_EQ(databaseErrorOf([&] { conn_->query(c.text); }), c.message);
+        EXPECT_EQ(testing::databaseErrorOf([&] { conn_->query(c.text); }), c.message);
         EXPECT_FALSE(statementsLeft());
         EXPECT_FALSE(conn_->inTransaction());
         EXPECT_EQ(noteCount(), 1);
@@ -180,7 +181,7 @@ TEST(SqliteConnectionOpen, OpensByUrlAndRefusesWhatItCannotOpen) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.url.toStdString());
-        EXPECT_EQ(databaseErrorOf([&] { Connection::open(c.url); }), c.message.toStdString());
+        EXPECT_EQ(testing::databaseErrorOf([&] { Connection::open(c.url); }), c.message.toStdString());
     }
     EXPECT_FALSE(QFileInfo::exists(missing));
 
@@ -251,7 +252,7 @@ TEST(EmbeddedProcedures, UnknownOrUnregisteredNameIsServerError) {
     }
     for (const QString name : {QStringLiteral("kivdb_Scoped"), QStringLiteral("dbo.NoSuchProc")}) {
         ProcedureCall call{name, {}};
-        EXPECT_EQ(databaseErrorOf([&] { conn.call(call); }),
+        EXPECT_EQ(testing::databaseErrorOf([&] { conn.call(call); }),
                   QStringLiteral("Could not find stored procedure '%1'.").arg(name).toStdString());
     }
 }

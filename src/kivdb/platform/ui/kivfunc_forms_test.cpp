@@ -1,6 +1,6 @@
 #include "platform/ui/kivfunc_forms.h"
 
-#include "platform/kivfunc_gui_test.h"
+#include "testing/gui.h"
 
 #include <QDialog>
 #include <QFontInfo>
@@ -11,7 +11,7 @@ namespace kivdb::kivfunc {
 namespace {
 
 TEST(KivfuncForms, CentredOverTheOwnerOrTheScreenAndKeptOnIt) {
-    if (!testing_gui::guiApplication()) GTEST_SKIP() << "a non-GUI application already exists";
+    if (!testing::guiApplication()) GTEST_SKIP() << "a non-GUI application already exists";
     QWidget owner;
     owner.setGeometry(100, 80, 600, 400);
     owner.show();
@@ -32,7 +32,7 @@ TEST(KivfuncForms, CentredOverTheOwnerOrTheScreenAndKeptOnIt) {
 }
 
 TEST(KivfuncForms, SysScreenGivesTheSuiteFaceAndFitsTheScreen) {
-    if (!testing_gui::guiApplication()) GTEST_SKIP() << "a non-GUI application already exists";
+    if (!testing::guiApplication()) GTEST_SKIP() << "a non-GUI application already exists";
     QDialog form;
     form.resize(5000, 300);
     SetSysScreen(&form);

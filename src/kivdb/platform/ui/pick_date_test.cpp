@@ -1,7 +1,7 @@
 #include "platform/ui/pick_date.h"
 
-#include "platform/kivfunc_gui_test.h"
 #include "platform/oledate.h"
+#include "testing/gui.h"
 
 #include <QAbstractButton>
 #include <QCalendarWidget>
@@ -13,7 +13,7 @@ namespace kivdb {
 namespace {
 
 TEST(PickDate, AnswersTheChosenDayOrNothing) {
-    if (!testing_gui::guiApplication()) GTEST_SKIP() << "a non-GUI application already exists";
+    if (!testing::guiApplication()) GTEST_SKIP() << "a non-GUI application already exists";
     const double march15 = encodeOleDate(2006, 3, 15) + 0.5;  // the time is dropped
     const std::tuple<double, std::vector<int>, QString, QDate> cases[] = {
         {march15, {}, "确定", QDate(2006, 3, 15)},
@@ -26,12 +26,12 @@ TEST(PickDate, AnswersTheChosenDayOrNothing) {
     };
     for (const auto& [initial, keys, pressed, expected] : cases) {
         QString caption;
-        testing_gui::whenModal([&](QWidget* modal) {
+        testing::whenModal([&](QWidget* modal) {
             auto* dialog = qobject_cast<PickDateDialog*>(modal);
             caption = dialog->windowTitle();
-            for (int key : keys) testing_gui::sendKey(dialog->calendar()->focusProxy(), key);
+            for (int key : keys) testing::sendKey(dialog->calendar()->focusProxy(), key);
             for (QAbstractButton* b : dialog->buttons()->buttons())
-                if (b->text() == pressed) testing_gui::click(b);
+                if (b->text() == pressed) testing::click(b);
         });
         EXPECT_EQ(kivfunc::PickDate(nullptr, initial), toOleDate(expected)) << expected.toString().toStdString();
         EXPECT_EQ(caption, "选择日期");
@@ -40,7 +40,7 @@ TEST(PickDate, AnswersTheChosenDayOrNothing) {
 
 // Leaves a picture of the dialog in the build tree for people to look at.
 TEST(PickDate, Renders) {
-    if (!testing_gui::guiApplication()) GTEST_SKIP() << "a non-GUI application already exists";
+    if (!testing::guiApplication()) GTEST_SKIP() << "a non-GUI application already exists";
     PickDateDialog dialog(nullptr, encodeOleDate(2006, 3, 15));
     dialog.show();
     QDir screens(QCoreApplication::applicationDirPath() + "/../screens");

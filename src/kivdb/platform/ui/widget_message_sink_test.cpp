@@ -1,6 +1,6 @@
 #include "platform/ui/widget_message_sink.h"
 
-#include "platform/kivfunc_gui_test.h"
+#include "testing/gui.h"
 
 #include <QAbstractButton>
 #include <QMessageBox>
@@ -10,12 +10,12 @@ namespace kivdb {
 namespace {
 
 TEST(MessageSink, WidgetBoxesShowChineseCaptionsAndAnswerYesOnlyForYes) {
-    if (!testing_gui::guiApplication()) GTEST_SKIP() << "a non-GUI application already exists";
+    if (!testing::guiApplication()) GTEST_SKIP() << "a non-GUI application already exists";
     using Box = QMessageBox;
     auto show = [](MessageKind kind) { return [kind](WidgetMessageSink& s) { s.show(kind, "仓库W1"); return false; }; };
     auto ask = [](WidgetMessageSink& s) { return s.confirm("单据已过了修改期限"); };
-    auto press = [](int button) { return [button](Box* b) { testing_gui::click(b->buttons().value(button)); }; };
-    auto key = [](int k) { return [k](Box* b) { testing_gui::sendKey(b, k); }; };
+    auto press = [](int button) { return [button](Box* b) { testing::click(b->buttons().value(button)); }; };
+    auto key = [](int k) { return [k](Box* b) { testing::sendKey(b, k); }; };
     const QStringList yesNo{"是(&Y)", "否(&N)"};
     const std::tuple<std::function<bool(WidgetMessageSink&)>, QString, QStringList, std::function<void(Box*)>, bool> cases[] = {
         {show(MessageKind::Hint), "提示", {"确定"}, press(0), false},
@@ -31,7 +31,7 @@ TEST(MessageSink, WidgetBoxesShowChineseCaptionsAndAnswerYesOnlyForYes) {
     for (const auto& [call, caption, buttons, act, answer] : cases) {
         SCOPED_TRACE(::testing::Message() << "row " << row++);
         QStringList seen;
-        testing_gui::whenModal([&](QWidget* modal) {
+        testing::whenModal([&](QWidget* modal) {
             auto* box = qobject_cast<Box*>(modal);
             seen << box->windowTitle();
             for (auto* b : box->buttons()) seen << b->text();

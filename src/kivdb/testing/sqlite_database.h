@@ -1,6 +1,6 @@
 #pragma once
-// Test helper: an in-memory embedded database with the runtime registered, that runs T-SQL
-// through the translator and answers rows as "a|b|c" strings (NULL as "NULL").
+// For the dialect's tests: an in-memory embedded database with the runtime registered, that
+// runs T-SQL through the translator and answers rows as "a|b|c" strings (NULL as "NULL").
 #include "dialect/dialect.h"
 #include "dialect/sqlite_catalog.h"
 #include "dialect/sqlite_statement.h"
@@ -8,22 +8,21 @@
 #include <QStringList>
 #include <memory>
 #include <sqlite3.h>
-#include <stdexcept>
 #include <string>
 
-namespace kivdb::dialect::testing {
+namespace kivdb::testing {
 
 class SqliteTestDb {
 public:
     SqliteTestDb() {
         sqlite3_open(":memory:", &db_);
-        registerRuntime(db_);
-        catalog_ = std::make_unique<SqliteCatalog>(db_);
+        dialect::registerRuntime(db_);
+        catalog_ = std::make_unique<dialect::SqliteCatalog>(db_);
     }
     // Over a database another owner opened with the runtime registered (an embedded
     // connection's); not closed here.
     explicit SqliteTestDb(sqlite3* borrowed) : db_(borrowed), owned_(false) {
-        catalog_ = std::make_unique<SqliteCatalog>(db_);
+        catalog_ = std::make_unique<dialect::SqliteCatalog>(db_);
     }
     ~SqliteTestDb() {
         if (owned_) sqlite3_close(db_);
@@ -32,11 +31,11 @@ public:
     SqliteTestDb& operator=(const SqliteTestDb&) = delete;
 
     sqlite3* handle() const { return db_; }
-    const Catalog& catalog() const { return *catalog_; }
+    const dialect::Catalog& catalog() const { return *catalog_; }
 
-    // Translates and runs; rows of the last statement that returned any. Throws SqlError
-    // from the translator, EngineError from the engine.
-    QStringList run(const QString& tsql) { return runSqlite(translateToSqlite(tsql, *catalog_)); }
+    // Translates and runs; rows of the last statement that returned any. Throws dialect::SqlError
+    // from the translator, dialect::EngineError from the engine.
+    QStringList run(const QString& tsql) { return runSqlite(dialect::translateToSqlite(tsql, *catalog_)); }
 
     // The rows a statement answers, or its error as the one line "error: <message>", so a
     // table of cases compares either with one expectation.
@@ -60,10 +59,10 @@ public:
 
     // Runs each batch of a script.
     void script(const QString& text) {
-        for (const QString& batch : splitBatches(text)) run(batch);
+        for (const QString& batch : dialect::splitBatches(text)) run(batch);
     }
 
-    // Throws EngineError with the engine's message in the server's words.
+    // Throws dialect::EngineError with the engine's message in the server's words.
     QStringList runSqlite(const QString& sql) {
         const QByteArray utf8 = sql.toUtf8();
         const char* next = utf8.constData();
@@ -71,7 +70,7 @@ public:
         QStringList rows;
         try {
             while (next < end) {
-                SqliteStatement stmt(db_, next, end);
+                dialect::SqliteStatement stmt(db_, next, end);
                 if (!stmt) continue;
                 QStringList current;
                 while (stmt.step()) {
@@ -92,9 +91,9 @@ public:
 private:
     sqlite3* db_ = nullptr;
     bool owned_ = true;
-    std::unique_ptr<SqliteCatalog> catalog_;
+    std::unique_ptr<dialect::SqliteCatalog> catalog_;
 
-    static QString cell(const SqliteStatement& stmt, int i) {
+    static QString cell(const dialect::SqliteStatement& stmt, int i) {
         switch (sqlite3_column_type(stmt.get(), i)) {
         case SQLITE_NULL: return QStringLiteral("NULL");
         case SQLITE_INTEGER: return QString::number(stmt.integer(i));
@@ -104,4 +103,4 @@ private:
     }
 };
 
-}  // namespace kivdb::dialect::testing
+}  // namespace kivdb::testing

@@ -9,7 +9,7 @@
 #include <QWidget>
 #include <functional>
 
-namespace kivdb::testing_gui {
+namespace kivdb::testing {
 
 // The test run's QApplication, made on first use and kept to the end; nullptr when a
 // non-GUI application was made earlier, since then no GUI one can exist.
@@ -57,4 +57,4 @@ inline void whenModal(std::function<void(QWidget*)> act) {
     timer->start(10);
 }
 
-}  // namespace kivdb::testing_gui
+}  // namespace kivdb::testing

@@ -1,18 +1,16 @@
 #pragma once
-// For the connection tests: a database file, a table with every field type, and what a
-// failing call says.
+// For the connection tests: an empty database file, a table with every field type, and what
+// a failing call says.
 #include "platform/connection.h"
 
+#include <QFile>
 #include <QTemporaryDir>
-#include <sqlite3.h>
 
 #include <clocale>
 #include <string>
 
-namespace kivdb {
+namespace kivdb::testing {
 
-// The message of the DatabaseError the action raises, or "(no error)". A std::string, so a
-// failed comparison prints readable text.
 // Every field type, declared as the DDL translator writes the suite's types: for a
 // connection that runs SQLite's own DDL (the SQLite ODBC driver).
 inline constexpr const char* kNoteTable =
@@ -23,22 +21,21 @@ inline constexpr const char* kNoteTableTsql =
     "create table note (code nvarchar(20) not null primary key, qty int, amount money, "
     "price decimal(18,4), rate float, made datetime, posted bit)";
 
-// An empty SQLite file in a directory of its own, removed with it.
+// An empty database file (an empty file is an empty SQLite database) in a directory of its
+// own, removed with it.
 struct TemporaryDatabase {
     QTemporaryDir dir;
     QString path = dir.filePath(QStringLiteral("erp.db"));
 
-    TemporaryDatabase() {
-        sqlite3* db = nullptr;
-        sqlite3_open(path.toUtf8().constData(), &db);
-        sqlite3_close(db);
-    }
+    TemporaryDatabase() { QFile(path).open(QIODevice::WriteOnly); }
 };
 
 // unixODBC converts wide text for a narrow-character driver, as the SQLite ODBC driver is,
 // through the locale's character set; a Qt application runs with it as UTF-8.
 inline void useUtf8Locale() { std::setlocale(LC_ALL, "C.UTF-8"); }
 
+// The message of the DatabaseError the action raises, or "(no error)". A std::string, so a
+// failed comparison prints readable text.
 template <typename Action>
 std::string databaseErrorOf(Action&& action) {
     try {
@@ -49,4 +46,4 @@ std::string databaseErrorOf(Action&& action) {
     return "(no error)";
 }
 
-}  // namespace kivdb
+}  // namespace kivdb::testing
