@@ -6,6 +6,7 @@
 #include <QStringEncoder>
 #include <QUuid>
 #include <cmath>
+#include <initializer_list>
 #include <limits>
 #include <sqlite3.h>
 
@@ -446,46 +447,79 @@ void tsqlNewid(sqlite3_context* ctx, int, sqlite3_value**) {
     resultText(ctx, QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper());
 }
 
-const FunctionDef kBuiltins[] = {
-    {"tsql_datediff", 3, tsqlDateDiff, true},
-    {"tsql_dateadd", 3, tsqlDateAddPart, true},
-    {"tsql_datepart", 2, tsqlDatePartOf<false>, true},
-    {"tsql_datename", 2, tsqlDatePartOf<true>, true},
-    {"tsql_getdate", 0, tsqlGetdate, false},
-    {"tsql_substring", 3, tsqlSubstring, true},
-    {"tsql_patindex", 2, tsqlPatindex, true},
-    {"tsql_replace", 3, tsqlReplace, true},
-    {"tsql_stuff", 4, tsqlStuff, true},
-    {"tsql_replicate", 2, tsqlRepeat, true},
-    {"tsql_space", 1, tsqlRepeat, true},
-    {"tsql_reverse", 1, tsqlReverse, true},
-    {"tsql_upper", 1, tsqlCase<true>, true},
-    {"tsql_lower", 1, tsqlCase<false>, true},
-    {"tsql_ascii", 1, tsqlCodeOf<true>, true},
-    {"tsql_unicode", 1, tsqlCodeOf<false>, true},
-    {"tsql_char", 1, tsqlCharOf<false>, true},
-    {"tsql_nchar", 1, tsqlCharOf<true>, true},
-    {"tsql_str", 1, tsqlStr, true},
-    {"tsql_str", 2, tsqlStr, true},
-    {"tsql_str", 3, tsqlStr, true},
-    {"tsql_datalength", 3, tsqlDatalength, true},
-    {"tsql_ceiling", 1, tsqlRounding<ceilingOf>, true},
-    {"tsql_floor", 1, tsqlRounding<floorOf>, true},
-    {"tsql_sign", 1, tsqlSign, true},
-    {"tsql_power", 2, tsqlPower, true},
-    {"tsql_sqrt", 1, tsqlFloatFunction<squareRoot>, true},
-    {"tsql_exp", 1, tsqlFloatFunction<exponential>, true},
-    {"tsql_log", 1, tsqlFloatFunction<naturalLog>, true},
-    {"tsql_log", 2, tsqlFloatFunction<naturalLog>, true},
-    {"tsql_log10", 1, tsqlFloatFunction<commonLog>, true},
-    {"tsql_isnumeric", 1, tsqlIsnumeric, true},
-    {"tsql_isdate", 1, tsqlIsdate, true},
-    {"tsql_newid", 0, tsqlNewid, false},
+// Every scalar function of the runtime and the built-ins: the SQLite name the translation
+// calls, the body, the argument counts it takes (-1 for any), and whether it is
+// deterministic (all but the clock and new ids).
+struct FunctionDef {
+    const char* name;
+    void (*fn)(sqlite3_context*, int, sqlite3_value**);
+    std::initializer_list<int> argCounts;
+    bool deterministic = true;
+};
+
+const FunctionDef kFunctions[] = {
+    // Operators, conversions and storage checks (tsql_runtime.cpp).
+    {"like", tsqlLike<false>, {2, 3}},
+    {"tsql_nlike", tsqlLike<true>, {2, 3}},
+    {"tsql_num", tsqlNum, {2, 3}},
+    {"tsql_div", tsqlDiv, {2}},
+    {"tsql_mod", tsqlMod, {2}},
+    {"tsql_add", tsqlAdd, {-1}},
+    {"tsql_xor", tsqlXor, {-1}},
+    {"tsql_int", tsqlInt, {1}},
+    {"tsql_float", tsqlFloat, {1}},
+    {"tsql_len", tsqlLen, {1}},
+    {"tsql_charindex", tsqlCharindex, {2, 3}},
+    {"tsql_left", tsqlSide<true>, {2}},
+    {"tsql_right", tsqlSide<false>, {2}},
+    {"tsql_date_add", tsqlDateAdd, {2}},
+    {"tsql_store_date", tsqlStoreDate, {1, 2}},
+    {"tsql_date_sum", tsqlDateSum, {3}},
+    {"tsql_date_num", tsqlDateNum, {2}},
+    {"tsql_fits", tsqlFits, {3}},
+    {"tsql_convert", tsqlConvert, {6}},
+    // The server's built-in functions.
+    {"tsql_datediff", tsqlDateDiff, {3}},
+    {"tsql_dateadd", tsqlDateAddPart, {3}},
+    {"tsql_datepart", tsqlDatePartOf<false>, {2}},
+    {"tsql_datename", tsqlDatePartOf<true>, {2}},
+    {"tsql_getdate", tsqlGetdate, {0}, false},
+    {"tsql_substring", tsqlSubstring, {3}},
+    {"tsql_patindex", tsqlPatindex, {2}},
+    {"tsql_replace", tsqlReplace, {3}},
+    {"tsql_stuff", tsqlStuff, {4}},
+    {"tsql_replicate", tsqlRepeat, {2}},
+    {"tsql_space", tsqlRepeat, {1}},
+    {"tsql_reverse", tsqlReverse, {1}},
+    {"tsql_upper", tsqlCase<true>, {1}},
+    {"tsql_lower", tsqlCase<false>, {1}},
+    {"tsql_ascii", tsqlCodeOf<true>, {1}},
+    {"tsql_unicode", tsqlCodeOf<false>, {1}},
+    {"tsql_char", tsqlCharOf<false>, {1}},
+    {"tsql_nchar", tsqlCharOf<true>, {1}},
+    {"tsql_str", tsqlStr, {1, 2, 3}},
+    {"tsql_datalength", tsqlDatalength, {3}},
+    {"tsql_ceiling", tsqlRounding<ceilingOf>, {1}},
+    {"tsql_floor", tsqlRounding<floorOf>, {1}},
+    {"tsql_sign", tsqlSign, {1}},
+    {"tsql_power", tsqlPower, {2}},
+    {"tsql_sqrt", tsqlFloatFunction<squareRoot>, {1}},
+    {"tsql_exp", tsqlFloatFunction<exponential>, {1}},
+    {"tsql_log", tsqlFloatFunction<naturalLog>, {1, 2}},
+    {"tsql_log10", tsqlFloatFunction<commonLog>, {1}},
+    {"tsql_isnumeric", tsqlIsnumeric, {1}},
+    {"tsql_isdate", tsqlIsdate, {1}},
+    {"tsql_newid", tsqlNewid, {0}, false},
 };
 
 }  // namespace
 
-void registerBuiltins(sqlite3* db) { registerFunctions(db, std::begin(kBuiltins), std::end(kBuiltins)); }
+void registerFunctions(sqlite3* db) {
+    for (const FunctionDef& f : kFunctions) {
+        const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (f.deterministic ? SQLITE_DETERMINISTIC : 0);
+        for (const int args : f.argCounts) sqlite3_create_function(db, f.name, args, flags, nullptr, f.fn, nullptr, nullptr);
+    }
+}
 
 }  // namespace runtime
 

@@ -37,13 +37,6 @@ bool anyNull(int argc, sqlite3_value** argv) {
     return false;
 }
 
-void registerFunctions(sqlite3* db, const FunctionDef* begin, const FunctionDef* end) {
-    for (const FunctionDef* f = begin; f != end; ++f) {
-        const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (f->deterministic ? SQLITE_DETERMINISTIC : 0);
-        sqlite3_create_function(db, f->name, f->args, flags, nullptr, f->fn, nullptr, nullptr);
-    }
-}
-
 }  // namespace runtime
 
 using namespace runtime;
@@ -302,7 +295,7 @@ void resultDate(sqlite3_context* ctx, const QDateTime& exact, bool withTime) {
 
 }  // namespace runtime
 
-namespace {
+namespace runtime {
 
 // Milliseconds since an epoch, rounded to the server's ticks as a stored date is, so text
 // written to the millisecond equals the date it becomes ('.005' is '.007').
@@ -558,7 +551,7 @@ void tsqlSingleFinal(sqlite3_context* ctx) {
     state->first = nullptr;
 }
 
-}  // namespace
+}  // namespace runtime
 
 // ---- text functions
 
@@ -568,7 +561,7 @@ qint64 runtime::codePageBytes(QStringView text) {
     return size;
 }
 
-namespace {
+namespace runtime {
 
 void tsqlLen(sqlite3_context* ctx, int, sqlite3_value** argv) {
     if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
@@ -601,6 +594,8 @@ void tsqlSide(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     const qsizetype count = qsizetype(std::min<qint64>(n, s.size()));
     resultText(ctx, FromLeft ? s.left(count) : s.right(count));
 }
+template void tsqlSide<true>(sqlite3_context*, int, sqlite3_value**);
+template void tsqlSide<false>(sqlite3_context*, int, sqlite3_value**);
 
 // tsql_fits(text, length, national): whether a text fits its column, as the server
 // measures it: characters for nchar/nvarchar, bytes of the Chinese code page for
@@ -617,7 +612,7 @@ void tsqlFits(sqlite3_context* ctx, int, sqlite3_value** argv) {
     sqlite3_result_int(ctx, 1);
 }
 
-}  // namespace
+}  // namespace runtime
 
 // ---- like with the server's wildcards: % _ [a-c] [^x], case-insensitive
 
@@ -708,7 +703,7 @@ bool likeMatches(const std::vector<PatternElement>& p, QStringView text) {
 
 }  // namespace runtime
 
-namespace {
+namespace runtime {
 
 // For varchar the value's trailing blanks do not count; for nvarchar (tsql_nlike) they do.
 // The pattern's always count.
@@ -730,6 +725,8 @@ void tsqlLike(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     }
     sqlite3_result_int(ctx, hit ? 1 : 0);
 }
+template void tsqlLike<true>(sqlite3_context*, int, sqlite3_value**);
+template void tsqlLike<false>(sqlite3_context*, int, sqlite3_value**);
 
 // ---- dates
 
@@ -1015,34 +1012,8 @@ void tsqlConvert(sqlite3_context* ctx, int, sqlite3_value** argv) {
     resultError(ctx, QStringLiteral("Type %1 is not a defined system type.").arg(type));
 }
 
-const FunctionDef kFunctions[] = {
-    {"like", 2, tsqlLike<false>, true},
-    {"like", 3, tsqlLike<false>, true},
-    {"tsql_nlike", 2, tsqlLike<true>, true},
-    {"tsql_nlike", 3, tsqlLike<true>, true},
-    {"tsql_num", 2, tsqlNum, true},
-    {"tsql_num", 3, tsqlNum, true},
-    {"tsql_div", 2, tsqlDiv, true},
-    {"tsql_mod", 2, tsqlMod, true},
-    {"tsql_add", -1, tsqlAdd, true},
-    {"tsql_xor", -1, tsqlXor, true},
-    {"tsql_int", 1, tsqlInt, true},
-    {"tsql_float", 1, tsqlFloat, true},
-    {"tsql_len", 1, tsqlLen, true},
-    {"tsql_charindex", 2, tsqlCharindex, true},
-    {"tsql_charindex", 3, tsqlCharindex, true},
-    {"tsql_left", 2, tsqlSide<true>, true},
-    {"tsql_right", 2, tsqlSide<false>, true},
-    {"tsql_date_add", 2, tsqlDateAdd, true},
-    {"tsql_store_date", 1, tsqlStoreDate, true},
-    {"tsql_store_date", 2, tsqlStoreDate, true},
-    {"tsql_date_sum", 3, tsqlDateSum, true},
-    {"tsql_date_num", 2, tsqlDateNum, true},
-    {"tsql_fits", 3, tsqlFits, true},
-    {"tsql_convert", 6, tsqlConvert, true},
-};
 
-}  // namespace
+}  // namespace runtime
 
 // Optimizations of SQLite's query planner (its internal mask bits), see below.
 constexpr int kBloomFilter = 0x00080000;
@@ -1060,8 +1031,7 @@ void registerRuntime(sqlite3* db) {
     sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     sqlite3_create_collation(db, "TSQL_CI", SQLITE_UTF8, nullptr, compareCi);
     sqlite3_create_collation(db, "TSQL_DATE", SQLITE_UTF8, nullptr, compareDate);
-    registerFunctions(db, std::begin(kFunctions), std::end(kFunctions));
-    registerBuiltins(db);
+    registerFunctions(db);
     registerNumberFunctions(db);
     sqlite3_create_function(db, "tsql_single", 1, SQLITE_UTF8 | SQLITE_INNOCUOUS | SQLITE_DETERMINISTIC, nullptr, nullptr,
                             tsqlSingleStep, tsqlSingleFinal);

@@ -20,15 +20,6 @@ bool anyNull(int argc, sqlite3_value** argv);
 // Bytes of a text in the Chinese code page: one for ASCII, two for anything else.
 qint64 codePageBytes(QStringView text);
 
-// A row of a function table: the SQLite name the translation calls, its argument count
-// (-1 for any) and the body.
-struct FunctionDef {
-    const char* name;
-    int args;
-    void (*fn)(sqlite3_context*, int, sqlite3_value**);
-    bool deterministic;
-};
-void registerFunctions(sqlite3* db, const FunctionDef* begin, const FunctionDef* end);
 
 // ---- dates
 
@@ -73,9 +64,32 @@ std::vector<PatternElement> compilePattern(const QString& pattern, std::optional
 // Whether the pattern matches the whole of text (case-folded by the caller).
 bool likeMatches(const std::vector<PatternElement>& p, QStringView text);
 
-// ---- the built-in functions of tsql_builtins.cpp
+// ---- the scalar functions
 
-void registerBuiltins(sqlite3* db);
+// The operators and conversions of tsql_runtime.cpp, registered with the built-ins.
+void tsqlNum(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+void tsqlDiv(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+void tsqlMod(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+void tsqlAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+void tsqlXor(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+void tsqlInt(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+void tsqlFloat(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+void tsqlLen(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+void tsqlCharindex(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+template <bool FromLeft>
+void tsqlSide(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+template <bool National>
+void tsqlLike(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+void tsqlDateAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+void tsqlStoreDate(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+void tsqlDateSum(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+void tsqlDateNum(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+void tsqlFits(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+void tsqlConvert(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+
+// Registers every scalar function, the built-ins of tsql_builtins.cpp and the above, from
+// the one table there.
+void registerFunctions(sqlite3* db);
 
 }  // namespace kivdb::dialect::runtime
 
