@@ -58,8 +58,6 @@ bool SqliteStatement::step() {
 
 int SqliteStatement::columnCount() const { return sqlite3_column_count(stmt_); }
 
-bool SqliteStatement::isNull(int column) const { return sqlite3_column_type(stmt_, column) == SQLITE_NULL; }
-
 QString SqliteStatement::text(int column) const {
     return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt_, column)),
                              sqlite3_column_bytes(stmt_, column));

@@ -47,7 +47,6 @@ public:
     bool step();
 
     int columnCount() const;
-    bool isNull(int column) const;
     QString text(int column) const;  // null reads as ""
     qint64 integer(int column) const;
     double real(int column) const;
