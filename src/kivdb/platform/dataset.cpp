@@ -452,11 +452,11 @@ void DataSet::post() {
     if (state_ == DataSetState::Edit) {
         auto& row = rows_[size_t(current_)];
         if (row.values != buffer_) {
-            writeChange(ChangeKind::Update, row.values, buffer_);
+            writeChange(ChangeKind::Update, row.id, row.values, buffer_);
             row.values = std::move(buffer_);
         }
     } else if (state_ == DataSetState::Insert) {
-        writeChange(ChangeKind::Insert, {}, buffer_);
+        writeChange(ChangeKind::Insert, nextId_, {}, buffer_);
         rows_.insert(rows_.begin() + insertAt_, Row{nextId_++, std::move(buffer_)});
         current_ = insertAt_;
         bof_ = eof_ = false;
@@ -481,7 +481,7 @@ void DataSet::deleteRecord() {
     if (state_ == DataSetState::Insert) return cancel();
     if (current_ < 0) throw emptyDataSet();
     if (state_ == DataSetState::Edit) cancel();
-    writeChange(ChangeKind::Delete, rows_[size_t(current_)].values, {});
+    writeChange(ChangeKind::Delete, rows_[size_t(current_)].id, rows_[size_t(current_)].values, {});
     rows_.erase(rows_.begin() + current_);
     if (current_ >= qsizetype(rows_.size()) && !ensureRow(size_t(current_))) current_ = qsizetype(rows_.size()) - 1;
     eof_ = current_ < 0;
@@ -489,7 +489,7 @@ void DataSet::deleteRecord() {
     notify(DataSetEvent::DataSetChanged);
 }
 
-void DataSet::writeChange(ChangeKind, const std::vector<Value>&, const std::vector<Value>&) {}
+void DataSet::writeChange(ChangeKind, Bookmark, const std::vector<Value>&, const std::vector<Value>&) {}
 
 // ---- fields and locate
 

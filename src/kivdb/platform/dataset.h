@@ -177,9 +177,10 @@ protected:
     virtual void closeData() {}
     // Reads further rows on demand; false when there are none.
     virtual bool fetchMore() { return false; }
-    // Before a change reaches the rows: a subclass may write it through, and a throw leaves
-    // the dataset as it was. `before` is empty for inserts, `after` for deletes.
-    virtual void writeChange(ChangeKind kind, const std::vector<Value>& before, const std::vector<Value>& after);
+    // Before a change to the row `row` reaches the rows: a subclass may write it through, and
+    // a throw leaves the dataset as it was. `before` is empty for inserts, `after` for deletes.
+    virtual void writeChange(ChangeKind kind, Bookmark row, const std::vector<Value>& before,
+                             const std::vector<Value>& after);
 
     void appendRow(std::vector<Value> values);
     std::vector<Row>& rows() { return rows_; }
