@@ -152,6 +152,10 @@ bool Field::isNull() const { return !asVariant().isValid(); }
 Value Field::asVariant() const { return dataSet_->value(index_); }
 QString Field::asString() const { return converted([&] { return fieldText(asVariant()); }); }
 int Field::asInteger() const { return converted([&] { return fieldInt(asVariant()); }); }
+qint64 Field::asLargeInt() const {
+    const Value v = asVariant();
+    return v.typeId() == QMetaType::LongLong ? v.toLongLong() : asInteger();
+}
 double Field::asFloat() const { return converted([&] { return fieldFloat(asVariant()); }); }
 double Field::asDateTime() const { return converted([&] { return fieldDate(asVariant()); }); }
 bool Field::asBoolean() const { return converted([&] { return fieldBool(asVariant()); }); }
@@ -222,6 +226,7 @@ void DataSet::open() {
         columnTypes_.clear();
         openData();
     } catch (...) {
+        closeData();
         rows_.clear();
         state_ = DataSetState::Inactive;
         throw;

@@ -4,7 +4,8 @@
 // changes unless controls are disabled. The rows live in memory; a subclass (QueryDataSet)
 // fills them from a connection as navigation needs them and writes changes back.
 //
-// Errors are DatabaseError with the framework's wording where hosts may show it.
+// Errors are DatabaseError with the framework's wording where hosts may show it. A dataset
+// is used by one thread at a time; its connection takes care of its own turns.
 #include "platform/connection.h"
 
 #include <QStringList>
@@ -41,6 +42,7 @@ public:
     Value asVariant() const;
     QString asString() const;     // null gives ""
     int asInteger() const;        // null gives 0
+    qint64 asLargeInt() const;    // null gives 0; integers beyond 32 bits whole
     double asFloat() const;       // null gives 0
     double asDateTime() const;    // the suite's date number; null gives 0
     bool asBoolean() const;       // null gives false

@@ -206,6 +206,7 @@ TEST(InMemoryDataSet, OpensOnItsFieldDefinitionsAndChecksRanges) {
     DataSet ds;
     ds.addFieldDef("name", DataType::String);
     ds.addFieldDef("small", DataType::SmallInt);
+    ds.addFieldDef("large", DataType::LargeInt);
     ds.open();
     EXPECT_TRUE(ds.isEmpty());
     EXPECT_EQ(errorOf([&] { ds.addFieldDef("x", DataType::Word); }), "Cannot perform this operation on an open dataset");
@@ -214,7 +215,9 @@ TEST(InMemoryDataSet, OpensOnItsFieldDefinitionsAndChecksRanges) {
     EXPECT_EQ(errorOf([&] { ds.field(1).setAsInteger(40000); }),
               "40000 is not a valid value for field 'small'. The allowed range is -32768 to 32767");
     ds.field(1).setAsString(" 12 ");
+    ds.field(2).setAsFloat(5e9);
     ds.post();
+    EXPECT_EQ(ds.field(2).asLargeInt(), 5000000000LL);
     EXPECT_EQ(ds.field(1).asVariant(), Value(qlonglong(12)));
     EXPECT_EQ(ds.recordCount(), 1);
     ds.close();
