@@ -148,6 +148,10 @@ Field::Field(DataSet* dataSet, int index, QString name, DataType type)
     : currency(type == DataType::Currency), displayLabel(name), dataSet_(dataSet), index_(index),
       name_(std::move(name)), type_(type) {}
 
+bool Field::isNumeric() const {
+    return type_ != DataType::String && type_ != DataType::Boolean && type_ != DataType::DateTime;
+}
+
 bool Field::isNull() const { return !asVariant().isValid(); }
 Value Field::asVariant() const { return dataSet_->value(index_); }
 QString Field::asString() const { return converted([&] { return fieldText(asVariant()); }); }
@@ -274,7 +278,8 @@ void DataSet::fetchAll() {
 
 void DataSet::checkBrowseMode() {
     requireActive();
-    if (state_ == DataSetState::Edit || state_ == DataSetState::Insert) post();
+    if (state_ == DataSetState::Insert && !modified_) cancel();
+    if (state_ == DataSetState::Edit || state_ == DataSetState::Insert || state_ == DataSetState::SetKey) post();
 }
 
 bool DataSet::isEmpty() const { return rows_.empty() && state_ != DataSetState::Insert; }
@@ -345,8 +350,7 @@ qsizetype DataSet::rowIndex(Bookmark bookmark) const {
 }
 
 Bookmark DataSet::bookmark() {
-    requireActive();
-    if (current_ < 0) throw emptyDataSet();
+    if (!active() || current_ < 0 || state_ == DataSetState::Insert) return 0;
     const Bookmark id = rows_[size_t(current_)].id;
     bookmarks_.insert(id);
     return id;
@@ -415,14 +419,17 @@ void DataSet::setState(DataSetState state) {
 
 const Value& DataSet::value(int index) const {
     static const Value null;
-    if (state_ == DataSetState::Edit || state_ == DataSetState::Insert) return buffer_[size_t(index)];
+    if (state_ == DataSetState::Edit || state_ == DataSetState::Insert || state_ == DataSetState::SetKey)
+        return buffer_[size_t(index)];
     if (!active() || current_ < 0) return null;
     return rows_[size_t(current_)].values[size_t(index)];
 }
 
 void DataSet::setValue(int index, const Value& value) {
-    if (state_ != DataSetState::Edit && state_ != DataSetState::Insert) throw notEditing();
+    if (state_ != DataSetState::Edit && state_ != DataSetState::Insert && state_ != DataSetState::SetKey)
+        throw notEditing();
     buffer_[size_t(index)] = value;
+    modified_ = true;
     notify(DataSetEvent::RecordChanged);
 }
 
@@ -431,7 +438,15 @@ void DataSet::edit() {
     if (state_ == DataSetState::Edit || state_ == DataSetState::Insert) return;
     if (current_ < 0) return insert();
     buffer_ = rows_[size_t(current_)].values;
+    modified_ = false;
     setState(DataSetState::Edit);
+}
+
+void DataSet::setKey() {
+    checkBrowseMode();
+    buffer_.assign(columns_.size(), Value());
+    modified_ = false;
+    setState(DataSetState::SetKey);
 }
 
 void DataSet::insert() {
@@ -439,6 +454,7 @@ void DataSet::insert() {
     beforeInsert_ = current_;
     insertAt_ = std::max<qsizetype>(current_, 0);
     buffer_.assign(columns_.size(), Value());
+    modified_ = false;
     setState(DataSetState::Insert);
 }
 
@@ -448,6 +464,7 @@ void DataSet::append() {
     beforeInsert_ = current_;
     insertAt_ = qsizetype(rows_.size());
     buffer_.assign(columns_.size(), Value());
+    modified_ = false;
     eof_ = true;
     setState(DataSetState::Insert);
 }
@@ -465,6 +482,8 @@ void DataSet::post() {
         rows_.insert(rows_.begin() + insertAt_, Row{nextId_++, std::move(buffer_)});
         current_ = insertAt_;
         bof_ = eof_ = false;
+    } else if (state_ == DataSetState::SetKey) {
+        // Nothing is stored: the key entered is the dataset's to search with.
     } else {
         throw notEditing();
     }
@@ -475,7 +494,7 @@ void DataSet::post() {
 
 void DataSet::cancel() {
     if (state_ == DataSetState::Insert) current_ = beforeInsert_;
-    if (state_ != DataSetState::Edit && state_ != DataSetState::Insert) return;
+    if (state_ != DataSetState::Edit && state_ != DataSetState::Insert && state_ != DataSetState::SetKey) return;
     buffer_.clear();
     setState(DataSetState::Browse);
     notify(DataSetEvent::DataSetChanged);

@@ -36,6 +36,7 @@ public:
     const QString& name() const { return name_; }
     int index() const { return index_; }
     DataType dataType() const { return type_; }
+    bool isNumeric() const;  // the integer, float, currency and BCD types
     DataSet& dataSet() const { return *dataSet_; }
 
     bool isNull() const;
@@ -125,7 +126,7 @@ public:
     int recordCount();
     int recNo() const;  // 1-based; -1 when inactive, empty or inserting
 
-    Bookmark bookmark();  // of the current row; throws on an empty or inactive dataset
+    Bookmark bookmark();  // of the current row; 0 (none) on an empty or inactive dataset
     // Throws DatabaseError when the bookmark was released, or its row deleted.
     void gotoBookmark(Bookmark bookmark);
     void releaseBookmark(Bookmark bookmark);
@@ -143,9 +144,12 @@ public:
     void removeObserver(int id);
 
     // edit on an empty dataset inserts, as the framework does. insert opens a row before
-    // the current one, append one after the last. post throws in Browse; cancel restores the
-    // row (or drops the inserted one); deleteRecord throws on an empty dataset.
+    // the current one, append one after the last. post throws outside Edit, Insert and
+    // SetKey; cancel restores the row (or drops the inserted one); deleteRecord throws on an
+    // empty dataset. Moving away posts a changed row and drops an untouched inserted one.
+    // setKey opens a key buffer (fields writable, nothing stored); post or cancel close it.
     void edit();
+    void setKey();
     void insert();
     void append();
     void post();
@@ -210,7 +214,8 @@ private:
     bool eof_ = true, bof_ = true;
     Bookmark nextId_ = 1;
     std::set<Bookmark> bookmarks_;
-    std::vector<Value> buffer_;   // the row being edited or inserted
+    std::vector<Value> buffer_;   // the row being edited or inserted, or the key being set
+    bool modified_ = false;       // a field of the buffer was written
     qsizetype insertAt_ = -1;     // where an inserted row goes
     qsizetype beforeInsert_ = -1; // the current row before insert, for cancel
     int disabled_ = 0;

@@ -115,6 +115,8 @@ TEST_F(DataSetTest, Editing) {
         {"edit and post", [&] { ds_.edit(); ds_.fieldByName("code").setAsString("A-1"); ds_.post(); }, "(no error)", DataSetState::Browse, "A-1,b-02,C-03", "A-1"},
         {"insert goes before the current row", [&] { ds_.next(); ds_.insert(); ds_.fieldByName("code").setAsString("N"); ds_.post(); }, "(no error)", DataSetState::Browse, "A-1,N,b-02,C-03", "N"},
         {"insert cancelled returns to the row", [&] { ds_.next(); ds_.insert(); ds_.cancel(); }, "(no error)", DataSetState::Browse, "A-1,N,b-02,C-03", "b-02"},
+        {"post in set-key ends the key entry", [&] { ds_.setKey(); ds_.fieldByName("code").setAsString("K"); ds_.post(); }, "(no error)", DataSetState::Browse, "A-1,N,b-02,C-03", "b-02"},
+        {"an untouched appended row is dropped on moving", [&] { ds_.append(); ds_.first(); }, "(no error)", DataSetState::Browse, "A-1,N,b-02,C-03", "A-1"},
         {"append goes last; moving posts", [&] { ds_.append(); ds_.fieldByName("code").setAsString("L"); ds_.first(); }, "(no error)", DataSetState::Browse, "A-1,N,b-02,C-03,L", "A-1"},
         {"read-only field", [&] { ds_.fieldByName("qty").readOnly = true; ds_.edit(); ds_.fieldByName("qty").setAsInteger(5); }, "Field 'qty' cannot be modified", DataSetState::Edit, "A-1,N,b-02,C-03,L", "A-1"},
         {"text in an integer field", [&] { ds_.fieldByName("qty").readOnly = false; ds_.fieldByName("qty").setAsString("x1"); }, "'x1' is not a valid integer value", DataSetState::Edit, "A-1,N,b-02,C-03,L", "A-1"},
@@ -129,6 +131,7 @@ TEST_F(DataSetTest, Editing) {
     ds_.cancel();
     while (!ds_.isEmpty()) ds_.deleteRecord();
     EXPECT_EQ(errorOf([&] { ds_.deleteRecord(); }), "Cannot perform this operation on an empty dataset");
+    EXPECT_EQ(ds_.bookmark(), Bookmark(0));  // none on an empty dataset
     ds_.edit();  // on an empty dataset: inserts
     EXPECT_EQ(ds_.state(), DataSetState::Insert);
 }
