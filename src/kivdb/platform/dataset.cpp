@@ -125,7 +125,8 @@ QString formatNumber(double value, const QString& format) {
         for (qsizetype i = integer.size() - 3; i > 0; i -= 3) integer.insert(i, u',');
     const bool negative = value < 0 && (!integer.isEmpty() || decimals.count(u'0') != decimals.size());
     QString text = integer;
-    if (!decimals.isEmpty()) text += u'.' + decimals;
+    // A point stays when no digit is left to show: zero through "#.##" shows as ".".
+    if (!decimals.isEmpty() || (pattern.hasPoint && integer.isEmpty())) text += u'.' + decimals;
     return (negative ? QStringLiteral("-") : QString()) + prefix + text + suffix;
 }
 

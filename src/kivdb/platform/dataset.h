@@ -79,7 +79,9 @@ private:
     DataType type_;
 };
 
-// The framework's numeric display format applied to a number.
+// The framework's numeric display format applied to a number: '0' a digit always shown,
+// '#' one shown when significant, ',' thousands grouped, '.' the point; other characters
+// are kept as text. Zero through "#.##" shows as a bare ".".
 QString formatNumber(double value, const QString& format);
 
 // A row's identity, kept while the row lives: rows inserted or deleted before it leave it

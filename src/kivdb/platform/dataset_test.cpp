@@ -191,7 +191,10 @@ TEST_F(DataSetTest, DisplayFormats) {
         {1234.5, "0.00", "1234.50"},
         {0.5, "#.##", ".5"},
         {12.345, "#.##", "12.35"},
-        {0, "#.##", ""},
+        {0, "#.##", "."},   // no digit placeholder before the point: zero is a bare point
+        {0, "#.", "."},
+        {12, "#.##", "12"},
+        {12.5, "#.####", "12.5"},
         {1234.5, "****", "****"},  // no digit placeholder: shown as it is
         {7, "0 pcs", "7 pcs"},
     };
