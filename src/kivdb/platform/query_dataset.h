@@ -5,7 +5,10 @@
 //
 // recordCount, last, append and a locate that finds nothing read the rest of the result
 // first, so the count is always that of the whole result; fetchedCount tells how many rows
-// have been read so far without reading more.
+// have been read so far without reading more. While rows remain unread on the embedded
+// database, its file stays open for reading: the dataset's own connection writes freely,
+// but another connection's write to the file waits (up to its busy timeout) until the rest
+// is read or the dataset is closed.
 //
 // Changes are written as T-SQL insert, update (the changed columns only) and delete
 // statements through Connection::execute, so observers see them. Immediate mode runs each

@@ -157,6 +157,30 @@ TEST_F(QueryDataSetTest, BatchAppliesInOneTransactionOrNotAtAll) {
     EXPECT_TRUE(recorder.statements().isEmpty());
 }
 
+TEST_F(QueryDataSetTest, WritesWhileRowsRemainUnread) {
+    for (int i = 0; i < 200; ++i) conn_->execute(QStringLiteral("insert into note values ('N%1', %1, null)").arg(i, 3, 10, QChar(u'0')));
+    struct Case {
+        QueryDataSet::UpdateMode mode;
+        const char* stored;
+    } cases[] = {
+        {QueryDataSet::UpdateMode::Immediate, "10"},
+        {QueryDataSet::UpdateMode::Batch, "20"},
+    };
+    for (const auto& c : cases) {
+        QueryDataSet ds(*conn_, "select code, qty from note order by code");
+        ds.setPageRows(5);
+        ds.setUpdateMode(c.mode);
+        ds.open();
+        ds.edit();
+        ds.fieldByName("qty").setAsString(c.stored);
+        ds.post();
+        ds.applyUpdates();
+        EXPECT_LT(ds.fetchedCount(), 100);
+        EXPECT_EQ(conn_->query("select qty from note where code = 'A'").rows[0][0].toString(), c.stored);
+        EXPECT_EQ(ds.recordCount(), 203);
+    }
+}
+
 TEST_F(QueryDataSetTest, WritingBackNeedsATableAndAKey) {
     struct Case {
         const char* sql;
