@@ -192,6 +192,7 @@ protected:
 
     void appendRow(std::vector<Value> values);
     std::vector<Row>& rows() { return rows_; }
+    const std::vector<Row>& rows() const { return rows_; }
     void notify(DataSetEvent event);
     void setState(DataSetState state);
 

@@ -39,7 +39,7 @@ public:
 
     int pageRows() const { return pageRows_; }
     void setPageRows(int rows) { pageRows_ = std::max(rows, 1); }
-    int fetchedCount() const { return int(const_cast<QueryDataSet*>(this)->rows().size()); }
+    int fetchedCount() const { return int(rows().size()); }
 
     // The table changes go to: unless set, the one table of a plain "select ... from T
     // [where ...] [order by ...]". Key fields separated by ';': unless set, the embedded
