@@ -452,7 +452,7 @@ void tsqlNewid(sqlite3_context* ctx, int, sqlite3_value**) {
 // deterministic (all but the clock and new ids).
 struct FunctionDef {
     const char* name;
-    void (*fn)(sqlite3_context*, int, sqlite3_value**);
+    ScalarFunction* fn;
     std::initializer_list<int> argCounts;
     bool deterministic = true;
 };

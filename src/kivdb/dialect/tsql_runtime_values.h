@@ -66,26 +66,16 @@ bool likeMatches(const std::vector<PatternElement>& p, QStringView text);
 
 // ---- the scalar functions
 
+// The body of a scalar function, as SQLite calls it.
+using ScalarFunction = void(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+
 // The operators and conversions of tsql_runtime.cpp, registered with the built-ins.
-void tsqlNum(sqlite3_context* ctx, int argc, sqlite3_value** argv);
-void tsqlDiv(sqlite3_context* ctx, int argc, sqlite3_value** argv);
-void tsqlMod(sqlite3_context* ctx, int argc, sqlite3_value** argv);
-void tsqlAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv);
-void tsqlXor(sqlite3_context* ctx, int argc, sqlite3_value** argv);
-void tsqlInt(sqlite3_context* ctx, int argc, sqlite3_value** argv);
-void tsqlFloat(sqlite3_context* ctx, int argc, sqlite3_value** argv);
-void tsqlLen(sqlite3_context* ctx, int argc, sqlite3_value** argv);
-void tsqlCharindex(sqlite3_context* ctx, int argc, sqlite3_value** argv);
+ScalarFunction tsqlNum, tsqlDiv, tsqlMod, tsqlAdd, tsqlXor, tsqlInt, tsqlFloat, tsqlLen, tsqlCharindex, tsqlDateAdd,
+    tsqlStoreDate, tsqlDateSum, tsqlDateNum, tsqlFits, tsqlConvert;
 template <bool FromLeft>
 void tsqlSide(sqlite3_context* ctx, int argc, sqlite3_value** argv);
 template <bool National>
 void tsqlLike(sqlite3_context* ctx, int argc, sqlite3_value** argv);
-void tsqlDateAdd(sqlite3_context* ctx, int argc, sqlite3_value** argv);
-void tsqlStoreDate(sqlite3_context* ctx, int argc, sqlite3_value** argv);
-void tsqlDateSum(sqlite3_context* ctx, int argc, sqlite3_value** argv);
-void tsqlDateNum(sqlite3_context* ctx, int argc, sqlite3_value** argv);
-void tsqlFits(sqlite3_context* ctx, int argc, sqlite3_value** argv);
-void tsqlConvert(sqlite3_context* ctx, int argc, sqlite3_value** argv);
 
 // Registers every scalar function, the built-ins of tsql_builtins.cpp and the above, from
 // the one table there.

@@ -35,7 +35,7 @@ auto converted(F&& read) {
     try {
         return read();
     } catch (const ValueError& e) {
-        throw DatabaseError(QString::fromUtf8(e.what()));
+        throw DatabaseError(QString::fromUtf8(e.what()), e.kind());
     }
 }
 
