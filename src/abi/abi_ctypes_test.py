@@ -1,5 +1,5 @@
 """The C interface from Python ctypes: Chinese text both ways, text beyond GBK as Python's
-own GB18030 codec writes it, hidden string results, the last error, variants and arrays. Run by ctest with the library's path as argument."""
+own GB18030 codec writes it, hidden string results, the last error and its kind, variants and arrays. Run by ctest with the library's path as argument."""
 import ctypes
 import os
 import sys
@@ -10,6 +10,8 @@ lib.kivdb_connect.restype = ctypes.c_void_p
 lib.kivdb_connect.argtypes = [ctypes.c_char_p]
 lib.kivdb_disconnect.argtypes = [ctypes.c_void_p]
 lib.kivdb_last_error.restype = ctypes.c_char_p
+lib.kivdb_last_error_kind.restype = ctypes.c_int32
+KIVDB_ERROR_SQL, KIVDB_ERROR_ARGUMENT = 1, 6  # kivdb.h
 lib.kivdb_set_encoding.argtypes = [ctypes.c_char_p]
 lib.kivdb_set_encoding.restype = ctypes.c_bool
 lib.kivdb_free.argtypes = [ctypes.c_void_p]
@@ -66,7 +68,7 @@ with tempfile.TemporaryDirectory() as tmp:
                       "select CustName from Bs_Customer where CustNo = 'C2'", "gb18030") == beyond,
           "GB18030 beyond GBK")
     lib.ExecTmpQuery(conn, b"insert into Bs_Customer values ('C3', 'a\x81 b', 0, 0)")
-    check(b"GB18030" in lib.kivdb_last_error(), "invalid bytes refused")
+    check(b"GB18030" in lib.kivdb_last_error() and lib.kivdb_last_error_kind() == KIVDB_ERROR_ARGUMENT, "invalid bytes refused")
     lib.ExecTmpQuery(conn, b"delete from Bs_Customer where CustNo <> 'C1'")
     check(lib.SelTableFloatValue(conn, b"select Credit from Bs_Customer") == 1250.5, "float result")
     check(lib.SelTableBooleanValue(conn, b"select SaleByTax from Bs_Customer") is True, "Boolean result")
@@ -80,7 +82,7 @@ with tempfile.TemporaryDirectory() as tmp:
     lib.kivdb_variant_free(variant)
 
     check(lib.SelTableFloatValue(conn, b"select nothing from nowhere") == 0.0, "default on error")
-    check(len(lib.kivdb_last_error()) > 0, "error message kept")
+    check(len(lib.kivdb_last_error()) > 0 and lib.kivdb_last_error_kind() == KIVDB_ERROR_SQL, "error message and kind kept")
 
     check(lib.kivdb_set_encoding(b"UTF-8"), "switch encoding")
     check(text_result(lib.SelTableStringValue, conn,
