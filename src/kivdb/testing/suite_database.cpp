@@ -17,7 +17,7 @@ QString schemaTemplatePath() {
         try {
             integrity::applySchema(conn, integrity::defaultSchemaDirectory());
         } catch (const integrity::SchemaError& e) {
-            throw DatabaseError(QString::fromUtf8(e.what()));
+            throw DatabaseError(QString::fromUtf8(e.what()), e.kind());
         }
         return file;
     }();
