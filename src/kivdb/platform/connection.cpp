@@ -1,5 +1,7 @@
 #include "platform/connection.h"
 
+#include "platform/connection_support.h"
+
 #include "platform/odbc_connection.h"
 #include "platform/sqlite_connection.h"
 
@@ -54,6 +56,39 @@ RowSet Connection::query(const QString& sql) {
     notify({StatementEvent::Statement, sql});
     refuseEmpty(sql);
     return runQuery(sql);
+}
+
+namespace {
+
+// A result read whole, handed out in pages.
+class RowSetCursor final : public Cursor {
+public:
+    explicit RowSetCursor(RowSet rows) : rows_(std::move(rows.rows)) { columns_ = std::move(rows.columns); }
+    std::vector<std::vector<Value>> fetch(int maxRows) override {
+        const size_t count = std::min(rows_.size() - next_, size_t(std::max(maxRows, 0)));
+        std::vector<std::vector<Value>> page(std::make_move_iterator(rows_.begin() + qsizetype(next_)),
+                                             std::make_move_iterator(rows_.begin() + qsizetype(next_ + count)));
+        next_ += count;
+        return page;
+    }
+    bool atEnd() const override { return next_ == rows_.size(); }
+
+private:
+    std::vector<std::vector<Value>> rows_;
+    size_t next_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<Cursor> cursorOverRows(RowSet rows) { return std::make_unique<RowSetCursor>(std::move(rows)); }
+
+std::unique_ptr<Cursor> Connection::runOpenCursor(const QString& sql) { return cursorOverRows(runQuery(sql)); }
+
+std::unique_ptr<Cursor> Connection::openCursor(const QString& sql) {
+    const auto turn = lock();
+    notify({StatementEvent::Statement, sql});
+    refuseEmpty(sql);
+    return runOpenCursor(sql);
 }
 
 qint64 Connection::execute(const QString& sql) {

@@ -89,6 +89,24 @@ using StatementObserver = std::function<void(const StatementEvent&)>;
 
 enum class Backend { Embedded, Odbc };
 
+// A forward-only read of one statement's rows, page by page. It holds its connection's lock
+// only while it opens and while it fetches, so other statements may run between fetches.
+// It must not outlive its connection. The column types are settled when it opens: a
+// computed column the statement gives no type takes the storage class of its first non-null
+// value among the first rows (a page), else String.
+class Cursor {
+public:
+    virtual ~Cursor() = default;
+    const std::vector<Column>& columns() const { return columns_; }
+    // Up to maxRows further rows, fewer at the end, none after it. Throws DatabaseError.
+    virtual std::vector<std::vector<Value>> fetch(int maxRows) = 0;
+    // True once every row has been handed out.
+    virtual bool atEnd() const = 0;
+
+protected:
+    std::vector<Column> columns_;
+};
+
 // Owned through a shared pointer wherever a handle to it may outlive its owner (the C
 // interface's handles hold a weak reference), so a stale handle finds it gone.
 class Connection : public std::enable_shared_from_this<Connection> {
@@ -101,6 +119,12 @@ public:
     RowSet query(const QString& sql);
     // A statement that returns none; answers the number of rows affected (-1 if unknown).
     qint64 execute(const QString& sql);
+    // A statement that returns rows, read as the caller fetches them: observers see it once,
+    // here; an empty text raises. The embedded database keeps the statement prepared and
+    // steps it on each fetch (a text of several statements, or one without rows, is read
+    // whole at once). Over ODBC the whole result is read here, so the connection is free for
+    // other statements while the cursor lives, as on the embedded database.
+    std::unique_ptr<Cursor> openCursor(const QString& sql);
     // A stored procedure with ordered parameters.
     void call(ProcedureCall& call);
 
@@ -122,6 +146,8 @@ public:
 protected:
     Connection() = default;
     virtual RowSet runQuery(const QString& sql) = 0;
+    // By default the whole result of runQuery.
+    virtual std::unique_ptr<Cursor> runOpenCursor(const QString& sql);
     virtual qint64 runExecute(const QString& sql) = 0;
     virtual void runProcedure(ProcedureCall& call) = 0;
     virtual void runBegin() = 0;

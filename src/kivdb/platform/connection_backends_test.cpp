@@ -2,6 +2,7 @@
 // unixODBC with the SQLite ODBC driver standing in for the server.
 #include "platform/connection.h"
 #include "platform/connection_testing.h"
+#include "platform/query_dataset.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -62,6 +63,36 @@ TEST_P(ConnectionBackendTest, ColumnsCarryFieldTypesValuesAndNulls) {
         EXPECT_EQ(rows.rows[0][i], cases[i].expected);
         if (i > 0) EXPECT_FALSE(rows.rows[1][i].isValid());
     }
+}
+
+TEST_P(ConnectionBackendTest, CursorReadsWhatQueryReadsWhileOtherStatementsRun) {
+    for (const char* code : {"A", "B", "C"}) conn_->execute(QStringLiteral("insert into note (code, qty) values ('%1', 1)").arg(code));
+    const char* sql = "select code, qty, amount from note order by code";
+    const RowSet whole = conn_->query(sql);
+    auto cursor = conn_->openCursor(sql);
+    std::vector<std::vector<Value>> rows = cursor->fetch(2);
+    // Between fetches the connection serves others, even a change to the rows being read.
+    conn_->execute("update note set qty = 2 where code = 'A'");
+    for (auto& row : cursor->fetch(10)) rows.push_back(std::move(row));
+    EXPECT_TRUE(cursor->atEnd());
+    EXPECT_EQ(rows, whole.rows);
+    ASSERT_EQ(cursor->columns().size(), whole.columns.size());
+    for (size_t i = 0; i < whole.columns.size(); ++i) EXPECT_EQ(cursor->columns()[i].type, whole.columns[i].type);
+}
+
+TEST_P(ConnectionBackendTest, QueryDataSetWritesBackByTheKeyGiven) {
+    conn_->execute("insert into note (code, qty) values ('A', 1)");
+    QueryDataSet ds(*conn_, "select code, qty from note");
+    ds.open();
+    ds.edit();
+    ds.fieldByName("qty").setAsInteger(5);
+    // Only the embedded database tells the key itself.
+    if (GetParam().urlPrefix == std::string("odbc:Driver=SQLite3;Database=")) {
+        EXPECT_THROW(ds.post(), DatabaseError);
+        ds.setKeyFields("code");
+    }
+    ds.post();
+    EXPECT_EQ(conn_->query("select qty from note").rows[0][0], Value(qlonglong(5)));
 }
 
 TEST_P(ConnectionBackendTest, ExecuteAnswersRowsChanged) {

@@ -27,6 +27,9 @@ struct TextOutcome {
     void addChanged(qint64 count) { changed = std::max<qint64>(changed, 0) + count; }
 };
 
+// A cursor handing out rows already read.
+std::unique_ptr<Cursor> cursorOverRows(RowSet rows);
+
 // The errors of begin/commit/rollback in the wrong state, worded alike on both backends.
 DatabaseError transactionAlreadyOpen();
 DatabaseError noTransactionToCommit();

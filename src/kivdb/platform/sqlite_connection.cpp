@@ -134,49 +134,130 @@ std::optional<FieldType> fieldTypeOfKind(const std::vector<dialect::ColumnKind>*
     return fieldTypeOfColumnKind((*kinds)[size_t(column)]);
 }
 
+// The columns of a statement that returns rows, with the types their declarations or the
+// translation give them; nullopt where only the values can tell.
+struct ResultShape {
+    std::vector<Column> columns;
+    std::vector<std::optional<FieldType>> declared;
+};
+
+ResultShape resultShape(sqlite3_stmt* stmt, const std::vector<dialect::ColumnKind>* kinds,
+                        const std::vector<int>* scales) {
+    const int count = sqlite3_column_count(stmt);
+    ResultShape shape;
+    shape.declared.resize(size_t(count));
+    for (int i = 0; i < count; ++i) {
+        shape.columns.push_back({QString::fromUtf8(sqlite3_column_name(stmt, i)), FieldType::String});
+        const QString declType = QString::fromUtf8(sqlite3_column_decltype(stmt, i));
+        auto& declared = shape.declared[size_t(i)];
+        declared = fieldTypeFromTypeName(declType);
+        if (declared == FieldType::Currency || declared == FieldType::Bcd)
+            shape.columns[size_t(i)].scale = dialect::numericTypeFromDeclType(declType).scale;
+        if (!declared) {
+            declared = fieldTypeOfKind(kinds, i);
+            if (scales && size_t(i) < scales->size()) shape.columns[size_t(i)].scale = (*scales)[size_t(i)];
+        }
+    }
+    return shape;
+}
+
+// Steps up to maxRows rows (all when negative) into `rows`, stored values as they are.
+// Answers true when the statement is done.
+bool stepRows(sqlite3* db, sqlite3_stmt* stmt, qint64 maxRows, std::vector<std::vector<Value>>& rows) {
+    const int count = sqlite3_column_count(stmt);
+    for (qint64 n = 0; maxRows < 0 || n < maxRows; ++n) {
+        const int rc = sqlite3_step(stmt);
+        if (rc == SQLITE_DONE) return true;
+        if (rc != SQLITE_ROW) throw sqliteError(db);
+        std::vector<Value> row;
+        row.reserve(size_t(count));
+        for (int i = 0; i < count; ++i) row.push_back(storedValue(stmt, i));
+        rows.push_back(std::move(row));
+    }
+    return false;
+}
+
+// Gives each column still without a type the storage class of its first non-null value
+// among `rows` (else String), then every value its column's type.
+void settleTypes(ResultShape& shape, std::vector<std::vector<Value>>& rows) {
+    for (size_t i = 0; i < shape.columns.size(); ++i) {
+        if (!shape.declared[i]) {
+            shape.declared[i] = FieldType::String;
+            for (const auto& row : rows)
+                if (row[i].isValid()) {
+                    shape.declared[i] = fieldTypeOfStoredValue(row[i]);
+                    break;
+                }
+        }
+        shape.columns[i].type = *shape.declared[i];
+        for (auto& row : rows) row[i] = asFieldType(row[i], *shape.declared[i]);
+    }
+}
+
 // Reads every row of a statement that returns rows. A column without a declared type
 // takes the kind the translation gave it, else its first value's storage class.
 RowSet readRows(sqlite3* db, sqlite3_stmt* stmt, const std::vector<dialect::ColumnKind>* kinds,
                 const std::vector<int>* scales) {
-    const int count = sqlite3_column_count(stmt);
-    std::vector<std::optional<FieldType>> declared(count);
+    ResultShape shape = resultShape(stmt, kinds, scales);
     RowSet rows;
-    for (int i = 0; i < count; ++i) {
-        rows.columns.push_back({QString::fromUtf8(sqlite3_column_name(stmt, i)), FieldType::String});
-        const QString declType = QString::fromUtf8(sqlite3_column_decltype(stmt, i));
-        declared[i] = fieldTypeFromTypeName(declType);
-        if (declared[i] == FieldType::Currency || declared[i] == FieldType::Bcd)
-            rows.columns[i].scale = dialect::numericTypeFromDeclType(declType).scale;
-        if (!declared[i]) {
-            declared[i] = fieldTypeOfKind(kinds, i);
-            if (scales && size_t(i) < scales->size()) rows.columns[i].scale = (*scales)[size_t(i)];
-        }
-    }
-    int rc;
-    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
-        std::vector<Value> row;
-        row.reserve(count);
-        for (int i = 0; i < count; ++i) row.push_back(storedValue(stmt, i));
-        rows.rows.push_back(std::move(row));
-    }
-    if (rc != SQLITE_DONE) throw sqliteError(db);
-
-    for (int i = 0; i < count; ++i) {
-        FieldType type = FieldType::String;
-        if (declared[i]) {
-            type = *declared[i];
-        } else {
-            for (const auto& row : rows.rows)
-                if (row[i].isValid()) {
-                    type = fieldTypeOfStoredValue(row[i]);
-                    break;
-                }
-        }
-        rows.columns[i].type = type;
-        for (auto& row : rows.rows) row[i] = asFieldType(row[i], type);
-    }
+    stepRows(db, stmt, -1, rows.rows);
+    settleTypes(shape, rows.rows);
+    rows.columns = std::move(shape.columns);
     return rows;
 }
+
+// The rows a cursor reads when it opens, to settle the types of untyped columns.
+constexpr int kCursorFirstPage = 64;
+
+// A cursor over one prepared statement, finalized once done, on error, or when dropped.
+class SqliteCursor final : public Cursor {
+public:
+    SqliteCursor(SqliteConnection& conn, std::unique_ptr<PreparedStatement> stmt, ResultShape shape)
+        : conn_(conn), stmt_(std::move(stmt)) {
+        step(kCursorFirstPage, ahead_);
+        settleTypes(shape, ahead_);
+        columns_ = shape.columns;
+    }
+    ~SqliteCursor() override {
+        const auto turn = conn_.lock();
+        stmt_.reset();
+    }
+
+    std::vector<std::vector<Value>> fetch(int maxRows) override {
+        std::vector<std::vector<Value>> page;
+        const size_t fromAhead = std::min(ahead_.size(), size_t(std::max(maxRows, 0)));
+        page.assign(std::make_move_iterator(ahead_.begin()),
+                    std::make_move_iterator(ahead_.begin() + qsizetype(fromAhead)));
+        ahead_.erase(ahead_.begin(), ahead_.begin() + qsizetype(fromAhead));
+        if (qsizetype(page.size()) < maxRows && stmt_) {
+            const size_t settled = page.size();
+            step(maxRows - int(settled), page);
+            for (size_t r = settled; r < page.size(); ++r)
+                for (size_t i = 0; i < columns_.size(); ++i) page[r][i] = asFieldType(page[r][i], columns_[i].type);
+        }
+        return page;
+    }
+    bool atEnd() const override { return ahead_.empty() && !stmt_; }
+
+private:
+    void step(int maxRows, std::vector<std::vector<Value>>& rows) {
+        const auto turn = conn_.lock();
+        try {
+            if (stepRows(conn_.handle(), stmt_->get(), maxRows, rows)) stmt_.reset();
+        } catch (...) {
+            stmt_.reset();
+            throw;
+        }
+    }
+
+    SqliteConnection& conn_;
+    std::unique_ptr<PreparedStatement> stmt_;
+    std::vector<std::vector<Value>> ahead_;
+};
+
+}
+
+namespace {
 
 sqlite3* openDatabase(const QString& path, SqliteConnection::OpenMode mode) {
     const bool inMemory = path == QLatin1String(":memory:");
@@ -345,12 +426,43 @@ std::optional<QString> SqliteConnection::userTableName(const QString& name) {
     return std::nullopt;
 }
 
+QStringList SqliteConnection::primaryKey(const QString& table) {
+    static const char sql[] = "select name from pragma_table_info(?1) where pk > 0 order by pk";
+    const auto turn = lock();
+    const char* next = sql;
+    PreparedStatement stmt(db_, next, sql + sizeof sql - 1);
+    const QByteArray utf8 = table.toUtf8();
+    sqlite3_bind_text(stmt.get(), 1, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+    QStringList key;
+    int rc;
+    while ((rc = sqlite3_step(stmt.get())) == SQLITE_ROW)
+        key << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt.get(), 0)));
+    if (rc != SQLITE_DONE) throw sqliteError(db_);
+    return key;
+}
+
 std::vector<dialect::CatalogColumn> SqliteConnection::tableColumns(const QString& table) {
     const auto turn = lock();
     return dialect::SqliteCatalog(db_).tableColumns(table).value_or(std::vector<dialect::CatalogColumn>{});
 }
 
 RowSet SqliteConnection::runQuery(const QString& sql) { return run(sql).rows; }
+
+// One statement that returns rows is stepped as the caller fetches; any other text runs
+// whole, as a query would.
+std::unique_ptr<Cursor> SqliteConnection::runOpenCursor(const QString& sql) {
+    const dialect::SqliteTranslation translation = translateTyped(sql);
+    const QByteArray text = translation.sql.toUtf8();
+    const char* next = text.constData();
+    const char* const end = next + text.size();
+    auto stmt = std::make_unique<PreparedStatement>(db_, next, end);
+    if (*stmt && onlyBlanks(next, end) && sqlite3_column_count(stmt->get()) > 0) {
+        ResultShape shape = resultShape(stmt->get(), &translation.resultKinds, &translation.resultScales);
+        return std::make_unique<SqliteCursor>(*this, std::move(stmt), std::move(shape));
+    }
+    stmt.reset();
+    return cursorOverRows(runQuery(sql));
+}
 
 qint64 SqliteConnection::runExecute(const QString& sql) { return run(sql).changed; }
 

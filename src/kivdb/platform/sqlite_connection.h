@@ -3,6 +3,8 @@
 // layer. Stored procedures come from the embedded procedure registry.
 #include "dialect/sqlite_catalog.h"
 #include "platform/connection.h"
+
+#include <QStringList>
 #include "connection_support.h"  // internal to the platform: by file name
 
 
@@ -34,11 +36,16 @@ public:
     // empty when there is no such table. Throws DatabaseError.
     std::vector<dialect::CatalogColumn> tableColumns(const QString& table);
 
+    // The primary key columns of a user table in key order; empty when it has none or there
+    // is no such table. Throws DatabaseError.
+    QStringList primaryKey(const QString& table);
+
     // For the platform and tests; the library's other layers go through the calls above.
     sqlite3* handle() const { return db_; }
 
 protected:
     RowSet runQuery(const QString& sql) override;
+    std::unique_ptr<Cursor> runOpenCursor(const QString& sql) override;
     qint64 runExecute(const QString& sql) override;
     void runProcedure(ProcedureCall& call) override;
     void runBegin() override;
