@@ -1,23 +1,36 @@
 #!/usr/bin/env python3
 """Builds everything that follows from the export table.
 
-The export table is the set of `*.exports` files under src/kivdb. Each export is one
-signature line, optionally followed by a body line for exports whose behaviour is a row
-of a family (the C++ function is then generated from the row):
+The export table is one `NAME.exports` file per subsystem, in the subsystem's folder under
+src/kivdb (frame/frame.exports). Each export is a one-line description starting with `##`,
+right above its signature line, optionally followed by a body line for exports whose
+behaviour is a row of a family (the C++ function is then generated from the row):
 
     # comment
     include "refdata/code_checks.h"
+    ## Whether a department with this number exists.
     IsDepartNoValid(Conn: conn, DepartNo: string) -> bool [refdata]
         = existsOne(Conn, "select 1 from Bs_Depart where DepartNo = '" + quotedText(DepartNo) + "'")
 
-Exports without a body are implemented by hand as `kivdb::Name` with the generated
-declaration. Outputs (into OUTDIR):
-    kivdb/exports.h           C++ declarations of every export (namespace kivdb)
-    family_exports.cpp        C++ definitions of the rows that carry a body
-    abi_exports.cpp           extern "C" wrappers of libkivdb.so
-    include/kivdb_exports.h   C prototypes for hosts
-    cli_exports.cpp           the CLI's dispatch table
-    export_names.inc          every export name, for the symbol test
+The subsystem in brackets is the folder of the file. Exports without a body are
+implemented by hand as `kivdb::Name` with the generated declaration. Declarations and
+bodies carry `#line` directives naming the row, so the compiler reports an error in a row
+at its line of the .exports file.
+
+    gen_exports.py subsystem FILE OUTDIR       one subsystem's outputs, S being its name:
+        kivdb/exports/S.h            C++ declarations (namespace kivdb)
+        exports/S_family.cpp         C++ definitions of the rows that carry a body
+        exports/S_abi.cpp            extern "C" wrappers of libkivdb.so
+        include/kivdb_exports/S.h    C prototypes for hosts
+        exports/S_cli.cpp            the CLI's dispatch and declaration rows
+        exports/S_names.inc          the export names, for the symbol test
+    gen_exports.py aggregate OUTDIR S...       what joins the subsystems' outputs:
+        kivdb/exports.h, include/kivdb_exports.h, cli_exports.cpp, export_names.inc
+    gen_exports.py reference OUT.md FILE...    the Markdown reference of every export
+    gen_exports.py check-copy OUT.md DOC.md    fails when the committed copy DOC.md of the
+                                               reference OUT.md differs from it
+
+An output whose text did not change is not rewritten, so what includes it is not rebuilt.
 """
 import pathlib
 import re
@@ -44,12 +57,19 @@ C_DEFAULT = {"int": "0", "float": "0.0", "bool": "false", "date": "0.0", "conn":
 
 SIG = re.compile(r"^(\w+)\s*\((.*)\)\s*->\s*(\w+)\s*\[(\w+)\]\s*$")
 PARAM = re.compile(r"^(\w+)\s*:\s*(\w+)$")
+GENERATED = "Generated from the export table; do not edit."
 
 
 class Export:
-    def __init__(self, name, params, result, subsystem, body, where):
+    def __init__(self, name, params, result, subsystem, description, path, line):
         self.name, self.params, self.result = name, params, result
-        self.subsystem, self.body, self.where = subsystem, body, where
+        self.subsystem, self.description = subsystem, description
+        self.path, self.line = path, line  # the signature's place in the table
+        self.body, self.body_line = None, None
+
+    @property
+    def where(self):
+        return f"{self.path}:{self.line}"
 
 
 def fail(where, message):
@@ -68,42 +88,96 @@ def check_name_splicing(export, where):
             fail(where, f"{name} is spliced into SQL without sqlName({name})")
 
 
-def parse(files):
+def subsystem_of(path):
+    return path.parent.name
+
+
+def parse(path):
+    """The exports and include lines of one subsystem's file."""
+    subsystem = subsystem_of(path)
     exports, includes, seen = [], [], {}
-    for path in files:
-        current = None
-        for number, raw in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
-            where = f"{path}:{number}"
-            line = raw.strip()
-            if not line or line.startswith("#"):
-                continue
-            if line.startswith("include "):
-                includes.append(line[len("include "):].strip())
-                continue
-            if line.startswith("="):
-                if current is None or current.body is not None:
-                    fail(where, "a body line must follow a signature line without body")
-                current.body = line[1:].strip()
-                check_name_splicing(current, where)
-                continue
-            m = SIG.match(line)
-            if not m:
-                fail(where, f"not a signature: {line}")
-            name, params_text, result, subsystem = m.groups()
-            if result not in TYPES or TYPES[result][1] is None:
-                fail(where, f"unknown result type {result}")
-            params = []
-            for piece in filter(None, (p.strip() for p in params_text.split(","))):
-                pm = PARAM.match(piece)
-                if not pm or pm.group(2) not in TYPES or TYPES[pm.group(2)][0] is None:
-                    fail(where, f"bad parameter '{piece}'")
-                params.append(pm.groups())
-            if name.lower() in seen:
-                fail(where, f"{name} is listed twice (first at {seen[name.lower()]})")
-            seen[name.lower()] = where
-            current = Export(name, params, result, subsystem, None, where)
-            exports.append(current)
+    current, description = None, None
+    for number, raw in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+        where = f"{path}:{number}"
+        line = raw.strip()
+        if description is not None and not SIG.match(line):
+            fail(where, "a description line must stand right above a signature line")
+        if line.startswith("##"):
+            description = line[2:].strip()
+            if not description:
+                fail(where, "empty description")
+            continue
+        if not line or line.startswith("#"):
+            continue
+        if line.startswith("include "):
+            includes.append(line[len("include "):].strip())
+            continue
+        if line.startswith("="):
+            if current is None or current.body is not None:
+                fail(where, "a body line must follow a signature line without body")
+            current.body, current.body_line = line[1:].strip(), number
+            check_name_splicing(current, where)
+            continue
+        m = SIG.match(line)
+        if not m:
+            fail(where, f"not a signature: {line}")
+        name, params_text, result, tag = m.groups()
+        if description is None:
+            fail(where, f"{name} has no description (a line '## ...' right above it)")
+        if tag != subsystem:
+            fail(where, f"{name} is tagged [{tag}] in the table of subsystem {subsystem}")
+        if result not in TYPES or TYPES[result][1] is None:
+            fail(where, f"unknown result type {result}")
+        params = []
+        for piece in filter(None, (p.strip() for p in params_text.split(","))):
+            pm = PARAM.match(piece)
+            if not pm or pm.group(2) not in TYPES or TYPES[pm.group(2)][0] is None:
+                fail(where, f"bad parameter '{piece}'")
+            params.append(pm.groups())
+        if name.lower() in seen:
+            fail(where, f"{name} is listed twice (first at {seen[name.lower()]})")
+        seen[name.lower()] = where
+        current = Export(name, params, result, subsystem, description, path, number)
+        description = None
+        exports.append(current)
+    if description is not None:
+        fail(f"{path}", "the last description has no signature")
     return exports, includes
+
+
+def parse_all(paths):
+    """Every subsystem's exports; a name may appear in one subsystem only."""
+    exports, seen = [], {}
+    for path in paths:
+        for e in parse(path)[0]:
+            if e.name.lower() in seen:
+                fail(e.where, f"{e.name} is listed twice (first at {seen[e.name.lower()]})")
+            seen[e.name.lower()] = e.where
+            exports.append(e)
+    return exports
+
+
+# Output text is a list of lines; BACK stands for a #line directive that returns to the
+# generated file itself, numbered once the text is complete.
+BACK = object()
+
+
+def at_rows(path, *pieces):
+    """Lines of code the compiler reports at lines of the table: each piece is a line
+    number of `path` and the code it stands for; the text after them is the generated file's."""
+    out = []
+    for line, code in pieces:
+        out += [f'#line {line} "{path}"', code]
+    return out + [BACK]
+
+
+def render(lines, outpath):
+    text = "\n".join(f'#line {i + 2} "{outpath}"' if line is BACK else line for i, line in enumerate(lines))
+    return text if text.endswith("\n") else text + "\n"
+
+
+def c_string(text):
+    return '"' + text.replace("\\", "\\\\").replace('"', '\\"') + '"'
 
 
 def cpp_signature(e):
@@ -122,6 +196,10 @@ def c_result(e):
     return "void" if e.result in HIDDEN_RESULT else TYPES[e.result][3]
 
 
+def c_prototype(e):
+    return f"KIVDB_API {c_result(e)} KIVDB_CALL {e.name}({c_params(e)})"
+
+
 def abi_argument(name, type_, conn_index):
     return {
         "conn": f"turn.connection({conn_index.get(name)})",
@@ -131,40 +209,41 @@ def abi_argument(name, type_, conn_index):
     }.get(type_, name)
 
 
-def gen_cpp_header(exports):
-    out = ["// Generated from the export table; do not edit.", "#pragma once",
-           '#include "platform/connection.h"', '#include "platform/field_values.h"', "",
-           "#include <QVariantList>", "", "namespace kivdb {", ""]
-    out += [f"{cpp_signature(e)};" for e in exports]
+def gen_cpp_header(subsystem, exports):
+    out = [f"// {GENERATED}", "#pragma once", '#include "platform/connection.h"',
+           '#include "platform/field_values.h"', "", "#include <QVariantList>", "",
+           "namespace kivdb {", ""]
+    for e in exports:
+        out += at_rows(e.path, (e.line, f"{cpp_signature(e)};"))
     out += ["", "}  // namespace kivdb", ""]
-    return "\n".join(out)
+    return out
 
 
-def gen_family(exports, includes):
-    out = ["// Generated from the export table; do not edit.", '#include "kivdb/exports.h"']
+def gen_family(subsystem, exports, includes):
+    out = [f"// {GENERATED}", '#include "kivdb/exports.h"']
     out += [f"#include {inc}" for inc in includes]
     out += ["", "namespace kivdb {", ""]
     for e in exports:
         if e.body is None:
             continue
-        out.append(f"{cpp_signature(e)} {{")
-        out.append(f"    {'' if e.result == 'none' else 'return '}{e.body};")
-        out.append("}")
-        out.append("")
+        out += at_rows(e.path, (e.line, f"{cpp_signature(e)} {{"),
+                       (e.body_line, f"    {'' if e.result == 'none' else 'return '}{e.body};"))
+        out += ["}", ""]
     out += ["}  // namespace kivdb", ""]
-    return "\n".join(out)
+    return out
 
 
-def gen_abi(exports):
-    out = ["// Generated from the export table; do not edit.", '#include "abi/abi_runtime.h"',
-           '#include "kivdb/exports.h"', "", "using namespace kivdb;", "", 'extern "C" {', ""]
+def gen_abi(subsystem, exports):
+    out = [f"// {GENERATED}", '#include "abi/abi_runtime.h"',
+           f'#include "kivdb/exports/{subsystem}.h"', "", "using namespace kivdb;", "",
+           'extern "C" {', ""]
     for e in exports:
         conns = [n for n, t in e.params if t == "conn"]
         conn_index = {n: i for i, n in enumerate(conns)}
         call = f"kivdb::{e.name}({', '.join(abi_argument(n, t, conn_index) for n, t in e.params)})"
         # The call's connections are looked up and held for the whole call, result included.
         turn = f"const abi::ConnectionTurn turn({{{', '.join(conns)}}}); " if conns else ""
-        out.append(f"KIVDB_API {c_result(e)} KIVDB_CALL {e.name}({c_params(e)}) {{")
+        out.append(f"{c_prototype(e)} {{")
         if e.result == "string":
             out.append(f"    abi::storeText(result, abi::guarded<QString>(QString(), [&] {{ {turn}return {call}; }}));")
         elif e.result == "variant":
@@ -179,18 +258,13 @@ def gen_abi(exports):
         out.append("}")
         out.append("")
     out += ['}  // extern "C"', ""]
-    return "\n".join(out)
+    return out
 
 
-def gen_c_header(exports):
-    out = ["/* Generated from the export table; do not edit. Included by kivdb.h. */", ""]
-    section = None
-    for e in exports:
-        if e.subsystem != section:
-            section = e.subsystem
-            out += ["", f"/* {section} */"]
-        out.append(f"KIVDB_API {c_result(e)} KIVDB_CALL {e.name}({c_params(e)});")
-    return "\n".join(out) + "\n"
+def gen_c_header(subsystem, exports):
+    out = [f"/* {GENERATED} Included by kivdb_exports.h. */", "", f"/* {subsystem} */"]
+    out += [f"{c_prototype(e)};" for e in exports]
+    return out + [""]
 
 
 def camel(type_):
@@ -205,14 +279,19 @@ def cli_callable(e):
 
 
 def declaration(e):
+    """The export as `kivdb exports` and the reference show it, without its subsystem."""
     params = ", ".join(f"{n}: {t}" for n, t in e.params)
-    return f"{e.name}({params}) -> {e.result} [{e.subsystem}]"
+    return f"{e.name}({params}) -> {e.result}"
 
 
-def gen_cli(exports):
-    out = ["// Generated from the export table; do not edit.", '#include "cli/call_table.h"',
-           '#include "kivdb/exports.h"', "", "namespace kivdb::cli {", "",
-           "const std::vector<CallableExport>& callableExports() {",
+def cli_namespace(subsystem):
+    return f"{subsystem}_exports"
+
+
+def gen_cli(subsystem, exports):
+    out = [f"// {GENERATED}", '#include "cli/call_table.h"', f'#include "kivdb/exports/{subsystem}.h"',
+           "", f"namespace kivdb::cli::{cli_namespace(subsystem)} {{", "",
+           "const std::vector<CallableExport>& callable() {",
            "    static const std::vector<CallableExport> table = {"]
     for e in exports:
         if not cli_callable(e):
@@ -235,34 +314,112 @@ def gen_cli(exports):
         out.append(f'        {{"{e.name}", "{e.subsystem}", {needs_conn}, {{{params}}},')
         out.append(f"         [](CallContext& ctx, const CallArgs& args) -> CallResult {{ {body} }}}},")
     out += ["    };", "    return table;", "}", "",
-            "const std::vector<ExportDeclaration>& exportDeclarations() {",
+            "const std::vector<ExportDeclaration>& declarations() {",
             "    static const std::vector<ExportDeclaration> table = {"]
     for e in exports:
         callable_ = "true" if cli_callable(e) else "false"
-        out.append(f'        {{"{e.name}", "{declaration(e)}", {callable_}}},')
-    out += ["    };", "    return table;", "}", "", "}  // namespace kivdb::cli", ""]
+        out.append(f'        {{"{e.name}", "{declaration(e)} [{e.subsystem}]", {callable_},')
+        out.append(f"         {c_string(e.description)}}},")
+    out += ["    };", "    return table;", "}", "", f"}}  // namespace kivdb::cli::{cli_namespace(subsystem)}", ""]
+    return out
+
+
+def gen_names(subsystem, exports):
+    return [f'"{e.name}",' for e in exports]
+
+
+def subsystem_outputs(path):
+    subsystem = subsystem_of(path)
+    exports, includes = parse(path)
+    return {
+        f"kivdb/exports/{subsystem}.h": gen_cpp_header(subsystem, exports),
+        f"exports/{subsystem}_family.cpp": gen_family(subsystem, exports, includes),
+        f"exports/{subsystem}_abi.cpp": gen_abi(subsystem, exports),
+        f"include/kivdb_exports/{subsystem}.h": gen_c_header(subsystem, exports),
+        f"exports/{subsystem}_cli.cpp": gen_cli(subsystem, exports),
+        f"exports/{subsystem}_names.inc": gen_names(subsystem, exports),
+    }
+
+
+def gen_cli_aggregate(subsystems):
+    out = [f"// {GENERATED}", "// Every subsystem's rows, in the order of the subsystems.",
+           '#include "cli/call_table.h"', "", "namespace kivdb::cli {", ""]
+    for s in subsystems:
+        out += [f"namespace {cli_namespace(s)} {{", "const std::vector<CallableExport>& callable();",
+                "const std::vector<ExportDeclaration>& declarations();", "}", ""]
+    out += ["namespace {", "", "template <typename Row>",
+            "std::vector<Row> joined(std::initializer_list<const std::vector<Row>*> tables) {",
+            "    std::vector<Row> rows;", "    for (const auto* table : tables) rows.insert(rows.end(), table->begin(), table->end());",
+            "    return rows;", "}", "", "}  // namespace", ""]
+    for function, row, part in (("callableExports", "CallableExport", "callable"),
+                                ("exportDeclarations", "ExportDeclaration", "declarations")):
+        parts = ", ".join(f"&{cli_namespace(s)}::{part}()" for s in subsystems)
+        out += [f"const std::vector<{row}>& {function}() {{",
+                f"    static const std::vector<{row}> table = joined<{row}>({{{parts}}});",
+                "    return table;", "}", ""]
+    out += ["}  // namespace kivdb::cli", ""]
+    return out
+
+
+def aggregate_outputs(subsystems):
+    return {
+        "kivdb/exports.h": [f"// {GENERATED}", "#pragma once"]
+                           + [f'#include "kivdb/exports/{s}.h"' for s in subsystems] + [""],
+        "include/kivdb_exports.h": [f"/* {GENERATED} Included by kivdb.h. */"]
+                                   + [f'#include "kivdb_exports/{s}.h"' for s in subsystems] + [""],
+        "cli_exports.cpp": gen_cli_aggregate(subsystems),
+        "export_names.inc": [f'#include "exports/{s}_names.inc"' for s in subsystems],
+    }
+
+
+def markdown_cell(text):
+    return text.replace("|", "\\|")
+
+
+def gen_reference(exports):
+    out = ["# The exports", "", f"<!-- {GENERATED} -->",
+           "Every export of the library as the export table (`src/kivdb/*/NAME.exports`) declares it,",
+           "grouped by subsystem. *library only*: `kivdb call` cannot call the export.", ""]
+    for subsystem in sorted({e.subsystem for e in exports}):
+        out += [f"## {subsystem}", "", "| Export | Declaration | Description |", "|---|---|---|"]
+        for e in exports:
+            if e.subsystem != subsystem:
+                continue
+            mark = "" if cli_callable(e) else ", *library only*"
+            out.append(f"| {e.name} | `{declaration(e)}`{mark} | {markdown_cell(e.description)} |")
+        out.append("")
     return "\n".join(out)
 
 
-def main():
-    if len(sys.argv) != 3:
-        sys.exit("usage: gen_exports.py SRC_KIVDB_DIR OUTDIR")
-    src, outdir = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
-    files = sorted(src.rglob("*.exports"))
-    exports, includes = parse(files)
-    outputs = {
-        "kivdb/exports.h": gen_cpp_header(exports),
-        "family_exports.cpp": gen_family(exports, includes),
-        "abi_exports.cpp": gen_abi(exports),
-        "include/kivdb_exports.h": gen_c_header(exports),
-        "cli_exports.cpp": gen_cli(exports),
-        "export_names.inc": "".join(f'"{e.name}",\n' for e in exports),
-    }
-    for name, text in outputs.items():
-        path = outdir / name
-        path.parent.mkdir(parents=True, exist_ok=True)
+def write_if_changed(path, text):
+    path.parent.mkdir(parents=True, exist_ok=True)
+    if not path.exists() or path.read_text(encoding="utf-8") != text:
         path.write_text(text, encoding="utf-8")
 
 
+def write_outputs(outdir, outputs):
+    for name, lines in outputs.items():
+        path = (outdir / name).absolute()
+        write_if_changed(path, render(lines, path))
+
+
+def main(argv):
+    mode, args = (argv[1], argv[2:]) if len(argv) > 1 else (None, [])
+    if mode == "subsystem" and len(args) == 2:
+        write_outputs(pathlib.Path(args[1]), subsystem_outputs(pathlib.Path(args[0])))
+    elif mode == "aggregate" and args:
+        write_outputs(pathlib.Path(args[0]), aggregate_outputs(args[1:]))
+    elif mode == "check-copy" and len(args) == 2:
+        generated, doc = map(pathlib.Path, args)
+        if not doc.exists() or doc.read_bytes() != generated.read_bytes():
+            sys.exit(f"{doc} differs from the reference generated from the export table; "
+                     f"refresh it:\n    cp {generated} {doc}")
+    elif mode == "reference" and args:
+        write_if_changed(pathlib.Path(args[0]), gen_reference(parse_all(map(pathlib.Path, args[1:]))))
+    else:
+        sys.exit("usage: gen_exports.py subsystem FILE OUTDIR | aggregate OUTDIR SUBSYSTEM... | "
+                 "reference OUT.md FILE... | check-copy OUT.md DOC.md")
+
+
 if __name__ == "__main__":
-    main()
+    main(sys.argv)

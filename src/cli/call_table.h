@@ -77,6 +77,7 @@ struct ExportDeclaration {
     const char* name;
     const char* declaration;  // "SelTableIntValue(Conn: conn, Sql: string) -> int [frame]"
     bool callable;            // listed in callableExports()
+    const char* description;  // one line of English, UTF-8
 };
 const std::vector<ExportDeclaration>& exportDeclarations();
 const CallableExport* findExport(const QString& name);  // compared without regard to case

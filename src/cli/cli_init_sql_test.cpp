@@ -256,9 +256,9 @@ TEST_F(CliTest, HelpVersionAndExportsAnswerOnStdout) {
         {{"help", "drop"}, 2, "", "error: no such command: drop"},
         // A wildcard spans the whole name: SelTableIntegerValue2 is not listed.
         {{"exports", "seltableint*value"}, 0,
-         "SelTableIntValue\\(Conn: conn, Sql: string\\) -> int \\[frame\\]\n"
-         "SelTableIntegerValue\\(Conn: conn, Sql: string\\) -> int \\[frame\\]\n", ""},
-        {{"exports", "DataConn"}, 0, "GetDataConnection\\(\\) -> conn \\[frame, library only\\]\n", ""},
+         "SelTableIntValue\\(Conn: conn, Sql: string\\) -> int \\[frame\\]\tThe query's first value as an integer;[^\t\n]+\n"
+         "SelTableIntegerValue\\(Conn: conn, Sql: string\\) -> int \\[frame\\]\tThe query's [^\t\n]+\n", ""},
+        {{"exports", "DataConn"}, 0, "GetDataConnection\\(\\) -> conn \\[frame, library only\\]\tThe host's database connection[^\t\n]+\n", ""},
         {{"exports", "NoSuchExport"}, 1, "", "error: no export matches NoSuchExport"},
     };
     for (const Case& c : cases) {

@@ -115,6 +115,7 @@ int runExports(const QStringList& args) {
         if (!matcher.match(QLatin1String(e.name)).hasMatch()) continue;
         QString line = QLatin1String(e.declaration);
         if (!e.callable) line.insert(line.size() - 1, QLatin1String(", library only"));  // inside [subsystem]
+        line += QLatin1Char('\t') + QString::fromUtf8(e.description);
         write(stdout, line + QLatin1Char('\n'));
         ++listed;
     }

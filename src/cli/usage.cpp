@@ -52,10 +52,11 @@ const Command kCommands[] = {
      "(default no). Errors print error: MESSAGE and exit with status 1.\n"},
     {"exports", "list the exports with their argument kinds", "kivdb exports [PATTERN]",
      "Lists the exports as the export table declares them, one per line:\n"
-     "  NAME(PARAM: kind, ...) -> result [subsystem]\n"
+     "  NAME(PARAM: kind, ...) -> result [subsystem]<TAB>DESCRIPTION\n"
      "with \"library only\" after the subsystem for exports kivdb call cannot call (their\n"
-     "arguments or result are no command-line values). PATTERN selects names without\n"
-     "regard to case: with * or ? a wildcard over the whole name, otherwise a part of it.\n"},
+     "arguments or result are no command-line values), and after a tab what the export\n"
+     "does, in one line. PATTERN selects names without regard to case: with * or ? a\n"
+     "wildcard over the whole name, otherwise a part of it.\n"},
     {"help", "print the usage of kivdb or of a command", "kivdb help [COMMAND]",
      "Prints the list of commands, or the usage of COMMAND (as kivdb COMMAND --help does).\n"},
 };

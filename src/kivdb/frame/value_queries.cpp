@@ -30,8 +30,6 @@ bool SelTableBooleanValue(Connection& Conn, const QString& Sql) { return fieldBo
 
 int SelTableIntValue(Connection& Conn, const QString& Sql) { return fieldInt(firstValue(Conn, Sql)); }
 
-int SelTableIntegerValue(Connection& Conn, const QString& Sql) { return fieldInt(firstValue(Conn, Sql)); }
-
 // -1 lets a caller tell an absent or null value from a stored 0.
 int SelTableIntegerValue2(Connection& Conn, const QString& Sql) {
     const Value v = firstValue(Conn, Sql);
