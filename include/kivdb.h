@@ -1,7 +1,8 @@
 /* kivdb: the suite's shared library of database functions, C interface.
  *
  * Conventions
- *  - Every export takes the connection first (a handle from kivdb_connect or GetDataConnection).
+ *  - Every export takes the connection first (a handle from kivdb_connect or GetDataConnection),
+ *    except those working on a dataset the host holds: they take the dataset first.
  *    A handle is checked on every call: one that was closed, whose data module was removed,
  *    or that the library never gave out makes the call fail with an error, never crash.
  *  - Threads may share a connection: calls on one connection take turns, each holding it from
