@@ -138,6 +138,8 @@ KIVDB_API double KIVDB_CALL kivdb_dataset_get_date(kivdb_dataset* ds, const char
 KIVDB_API bool KIVDB_CALL kivdb_dataset_get_bool(kivdb_dataset* ds, const char* field);
 KIVDB_API bool KIVDB_CALL kivdb_dataset_is_null(kivdb_dataset* ds, const char* field);
 KIVDB_API void KIVDB_CALL kivdb_dataset_get_variant(kivdb_variant** result, kivdb_dataset* ds, const char* field);
+/* The text a grid shows: the value through the field's display format (DisVisablePrice's mask). */
+KIVDB_API void KIVDB_CALL kivdb_dataset_display_text(char** result, kivdb_dataset* ds, const char* field);
 /* Setting needs edit or insert state; the value is kept as the field's type. */
 KIVDB_API bool KIVDB_CALL kivdb_dataset_set_text(kivdb_dataset* ds, const char* field, const char* value);
 KIVDB_API bool KIVDB_CALL kivdb_dataset_set_int(kivdb_dataset* ds, const char* field, int64_t value);

@@ -113,6 +113,9 @@ KIVDB_API bool KIVDB_CALL kivdb_dataset_get_bool(kivdb_dataset* ds, const char* 
 KIVDB_API bool KIVDB_CALL kivdb_dataset_is_null(kivdb_dataset* ds, const char* field) {
     return onField<bool>(ds, field, false, [](Field& f) { return f.isNull(); });
 }
+KIVDB_API void KIVDB_CALL kivdb_dataset_display_text(char** result, kivdb_dataset* ds, const char* field) {
+    abi::storeText(result, onField<QString>(ds, field, {}, [](Field& f) { return f.displayText(); }));
+}
 KIVDB_API void KIVDB_CALL kivdb_dataset_get_variant(kivdb_variant** result, kivdb_dataset* ds, const char* field) {
     abi::storeVariant(result, onField<Value>(ds, field, {}, [](Field& f) { return f.asVariant(); }));
 }
