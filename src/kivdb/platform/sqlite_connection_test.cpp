@@ -67,10 +67,27 @@ TEST_F(SqliteConnectionTest, DateTextsReadAsDatesAndOtherTextIsKept) {
         {"2024-01-02 03:04", QDateTime(QDate(2024, 1, 2), QTime(3, 4))},
         {"2024-01-02 03:04:05.5", QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 500))},
         {"2024-01-02T03:04:05.1239", QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 123))},
+        // Blanks around the value, one-digit fields, seconds without a fraction.
+        {" \t2024-1-2 3:04:05\n", QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5))},
+        {"2024-01-02 ", QDateTime(QDate(2024, 1, 2), QTime(0, 0))},
+        {"2024-01-02 03:04:05.1234567", QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 123))},
         // Not dates, as another program may have written them into the file: handed on as
         // the text they are, never as a made-up date.
         {"2024-02-30", QStringLiteral("2024-02-30")},
         {"2024-01-02 24:00:00", QStringLiteral("2024-01-02 24:00:00")},
+        // Half a time, a time without its separator or with too many digits, a five-digit
+        // year, year 0, digits other than ASCII ones, anything after the value.
+        {"2024-01-02T", QStringLiteral("2024-01-02T")},
+        {"2024-01-02 03:04:", QStringLiteral("2024-01-02 03:04:")},
+        {"2024-01-02 03:04:05.", QStringLiteral("2024-01-02 03:04:05.")},
+        {"2024-01-02 03:4", QStringLiteral("2024-01-02 03:4")},
+        {"2024-01-02 03:04:5", QStringLiteral("2024-01-02 03:04:5")},
+        {"2024-01-02 123:04", QStringLiteral("2024-01-02 123:04")},
+        {"2024-01-02  03:04", QStringLiteral("2024-01-02  03:04")},
+        {"20245-01-02", QStringLiteral("20245-01-02")},
+        {"0000-01-01", QStringLiteral("0000-01-01")},
+        {"２０２４-01-02", QStringLiteral("２０２４-01-02")},
+        {"2024-01-02x", QStringLiteral("2024-01-02x")},
         {"soon", QStringLiteral("soon")},
     };
     for (const Case& c : cases) {
@@ -78,9 +95,10 @@ TEST_F(SqliteConnectionTest, DateTextsReadAsDatesAndOtherTextIsKept) {
         conn_->execute("delete from note");
         // Written past the dialect, which refuses a text that is no date.
         const QByteArray raw = QStringLiteral("insert into note (code, made) values ('D', '%1')")
-                                   .arg(QLatin1String(c.stored)).toUtf8();
+                                   .arg(QString::fromUtf8(c.stored)).toUtf8();
         ASSERT_EQ(sqlite3_exec(conn_->handle(), raw.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
         EXPECT_EQ(conn_->query("select made from note").rows[0][0], c.expected);
+        EXPECT_EQ(conn_->openCursor("select made from note")->fetch(1).at(0)[0], c.expected);
     }
 }
 
@@ -164,6 +182,22 @@ TEST_F(SqliteConnectionTest, TwoConnectionsToOneFileTakeTurns) {
     conn_->commit();
     EXPECT_EQ(otherWrite.get(), 1);
     EXPECT_EQ(noteCount(), 2);
+}
+
+TEST_F(SqliteConnectionTest, AReaderPartWayThroughItsRowsDoesNotHoldUpAWriter) {
+    ASSERT_EQ(sqlite3_exec(conn_->handle(),
+                           "with recursive n(i) as (select 1 union all select i + 1 from n where i < 100) "
+                           "insert into note (code) select 'R' || i from n",
+                           nullptr, nullptr, nullptr),
+              SQLITE_OK);
+    auto other = Connection::open(QStringLiteral("sqlite:") + db_.path);
+    auto cursor = other->openCursor("select code from note");
+    size_t read = cursor->fetch(10).size();
+    // Commits at once while the reader holds its place, which keeps reading what it began with.
+    EXPECT_EQ(conn_->execute("delete from note"), 100);
+    while (!cursor->atEnd()) read += cursor->fetch(50).size();
+    EXPECT_EQ(read, 100u);
+    EXPECT_EQ(noteCount(), 0);
 }
 
 TEST(SqliteConnectionOpen, OpensByUrlAndRefusesWhatItCannotOpen) {
