@@ -2,6 +2,7 @@
 
 #include <QTime>
 #include <cmath>
+#include <ctime>
 #include <optional>
 
 namespace kivdb {
@@ -95,6 +96,12 @@ QString formatOleDate(double value, const QString& format) {
     if (!parts) return {};
     // UTC only so that no local-time gap can move the fields being printed.
     return QDateTime(parts->date, parts->time, Qt::UTC).toString(format);
+}
+
+void pinLocalTimeZone() {
+    if (qEnvironmentVariableIsSet("TZ")) return;
+    qputenv("TZ", ":/etc/localtime");
+    tzset();
 }
 
 }  // namespace kivdb

@@ -49,4 +49,10 @@ double encodeOleDate(int year, int month, int day);
 // zero date keeps its text; NaN and out-of-range values give an empty string.
 QString formatOleDate(double value, const QString& format = QStringLiteral("yyyy-MM-dd"));
 
+// Local date-times cost the C library a look at the zone file each when TZ is not set.
+// Called once at set-up, before other threads run: sets TZ, when absent, to the system zone
+// (":/etc/localtime", which the C library and Qt both read as the default), so the file is
+// read once. The zone, and every converted value, stay the same.
+void pinLocalTimeZone();
+
 }  // namespace kivdb

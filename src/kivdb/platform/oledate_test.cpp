@@ -1,6 +1,7 @@
 #include "platform/oledate.h"
 
 #include <gtest/gtest.h>
+#include <ctime>
 #include <limits>
 
 namespace kivdb {
@@ -28,6 +29,33 @@ TEST(OleDate, ConvertsBothWays) {
         {38777.9999999999, {QDate(2006, 3, 2), QTime(0, 0)}},
     };
     for (const auto& [value, dateTime] : rounded) EXPECT_EQ(fromOleDate(value), dateTime) << value;
+}
+
+// A zone the host names itself stays in force, and a date keeps its wall-clock fields on
+// either side of a change to summer time.
+TEST(OleDate, PinningTheZoneKeepsTheZoneAHostSet) {
+    const QByteArray before = qgetenv("TZ");
+    qputenv("TZ", "Europe/Berlin");
+    tzset();
+    pinLocalTimeZone();
+    EXPECT_EQ(qgetenv("TZ"), "Europe/Berlin");
+    struct Case {
+        QDateTime wallClock;
+        int offsetSeconds;
+    } cases[] = {
+        {{QDate(2026, 3, 29), QTime(1, 59, 59)}, 3600},
+        {{QDate(2026, 3, 29), QTime(3, 0)}, 7200},
+        {{QDate(2026, 10, 25), QTime(3, 0)}, 3600},
+    };
+    for (const Case& c : cases) {
+        const QDateTime read = fromOleDate(toOleDate(c.wallClock));
+        EXPECT_EQ(read, c.wallClock) << c.wallClock.toString(Qt::ISODate).toStdString();
+        EXPECT_EQ(read.time(), c.wallClock.time());
+        EXPECT_EQ(read.offsetFromUtc(), c.offsetSeconds) << c.wallClock.toString(Qt::ISODate).toStdString();
+    }
+    if (before.isNull()) qunsetenv("TZ");
+    else qputenv("TZ", before);
+    tzset();
 }
 
 TEST(OleDate, RefusesWhatIsNoDate) {

@@ -1,6 +1,7 @@
 #include "platform/ui/library_setup.h"
 
 #include "frame/embedded_procedures.h"
+#include "platform/oledate.h"
 #include "platform/ui/widget_message_sink.h"
 
 #include <mutex>
@@ -10,6 +11,7 @@ namespace kivdb {
 void setUpLibrary() {
     static std::once_flag once;
     std::call_once(once, [] {
+        pinLocalTimeZone();
         installEmbeddedProcedures();
         installWidgetMessageSink();
     });
