@@ -204,6 +204,14 @@ TEST_F(CliTest, SqlFormatsKeepValuesApartFromStructure) {
     const QString tricky = QStringLiteral(
         "select 'NULL' as t, null as n, 'a\tb' as tab, 'l1\nl2' as lf, 'c\\d\r' as bs, '' as e, 'say \"hi\", 1' as q");
     const QString typed = QStringLiteral("select qty as a, posted as a, made, code from note where qty = 3");
+    {
+        SqliteConnection conn(db_, SqliteConnection::OpenMode::ExistingFile);
+        conn.execute("create table tally (n int)");
+        for (int n = 1; n <= 70; ++n) conn.execute(QStringLiteral("insert into tally values (%1)").arg(n));
+    }
+    QStringList lateObjects(64, QStringLiteral("{\"late\":null}"));
+    lateObjects << QStringList(6, QStringLiteral("{\"late\":7}"));
+    const QByteArray late = ("[\n" + lateObjects.join(QStringLiteral(",\n")) + "\n]\n").toUtf8();
     struct Case {
         QString option;
         QString statement;
@@ -226,6 +234,9 @@ TEST_F(CliTest, SqlFormatsKeepValuesApartFromStructure) {
         {"--csv", "select 1, 2+3, qty, 4 as [x], count(*) from note where qty = 3 group by qty",
          "column_1,column_2,qty,x,column_5\r\n1,5,3,4,1\r\n"},
         {"--json", "select 1, n.qty from note n where qty = 3", "[\n{\"column_1\":1,\"qty\":3}\n]\n"},
+        // A column without a type takes its first non-null value's, however far down it
+        // comes: printed rows are read as they go out, yet typed as the whole result.
+        {"--json", "select case when n <= 64 then null else 7 end as late from tally order by n", late.constData()},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE((c.option + ' ' + c.statement).toStdString());

@@ -97,8 +97,9 @@ void runSql(const CommandLine& line) {
         write(stdout, conn.translate(statement) + QLatin1Char('\n'));
         return;
     }
-    const QByteArray out = formatRows(conn.query(statement), line.format);
-    std::fwrite(out.constData(), 1, size_t(out.size()), stdout);
+    const auto cursor = conn.openCursor(statement);
+    cursor->typeLateColumnsByFirstValue();  // the types a whole read gives
+    writeRows(*cursor, line.format, stdout);
 }
 
 int runExports(const QStringList& args) {

@@ -92,53 +92,85 @@ QStringList jsonKeys(const std::vector<Column>& columns) {
     return keys;
 }
 
-QString text(const RowSet& rows) {
-    QString out;
-    for (const auto& row : rows.rows) {
-        QStringList fields;
-        for (size_t i = 0; i < row.size(); ++i) fields << textField(row[i], rows.columns[i]);
-        out += fields.join(QLatin1Char('\t')) + QLatin1Char('\n');
+// Formatted text waiting to go out, written once it reaches about a megabyte.
+class Output {
+public:
+    explicit Output(FILE* out) : out_(out) {}
+    QString& text() { return pending_; }
+    void writeIfFull() {
+        if (pending_.size() >= kPieceChars) write();
     }
-    return out;
+    void write() {
+        const QByteArray bytes = pending_.toUtf8();
+        std::fwrite(bytes.constData(), 1, size_t(bytes.size()), out_);
+        pending_.truncate(0);
+    }
+
+private:
+    static constexpr qsizetype kPieceChars = 512 * 1024;
+    FILE* out_;
+    QString pending_;
+};
+
+void appendText(QString& out, const std::vector<Value>& row, const std::vector<Column>& columns) {
+    for (size_t i = 0; i < row.size(); ++i) {
+        if (i) out += QLatin1Char('\t');
+        out += textField(row[i], columns[i]);
+    }
+    out += QLatin1Char('\n');
 }
 
-QString csv(const RowSet& rows) {
-    if (rows.columns.empty()) return {};  // a statement without a result
-    QStringList header;
-    for (size_t i = 0; i < rows.columns.size(); ++i) {
-        const QString& name = rows.columns[i].name;
-        header << csvField(name.isEmpty() ? QStringLiteral("column_%1").arg(i + 1) : name);
+void appendCsvHeader(QString& out, const std::vector<Column>& columns) {
+    for (size_t i = 0; i < columns.size(); ++i) {
+        if (i) out += QLatin1Char(',');
+        const QString& name = columns[i].name;
+        out += csvField(name.isEmpty() ? QStringLiteral("column_%1").arg(i + 1) : name);
     }
-    QString out = header.join(QLatin1Char(',')) + QLatin1String("\r\n");
-    for (const auto& row : rows.rows) {
-        QStringList fields;
-        for (size_t i = 0; i < row.size(); ++i)
-            fields << (isNull(row[i]) ? QString() : csvField(plainText(row[i], rows.columns[i])));
-        out += fields.join(QLatin1Char(',')) + QLatin1String("\r\n");
-    }
-    return out;
+    out += QLatin1String("\r\n");
 }
 
-QString json(const RowSet& rows) {
-    const QStringList keys = jsonKeys(rows.columns);
-    QStringList objects;
-    for (const auto& row : rows.rows) {
-        QStringList members;
-        for (size_t i = 0; i < row.size(); ++i) members << jsonString(keys[int(i)]) + QLatin1Char(':') + jsonValue(row[i], rows.columns[i]);
-        objects << QLatin1Char('{') + members.join(QLatin1Char(',')) + QLatin1Char('}');
+void appendCsv(QString& out, const std::vector<Value>& row, const std::vector<Column>& columns) {
+    for (size_t i = 0; i < row.size(); ++i) {
+        if (i) out += QLatin1Char(',');
+        if (!isNull(row[i])) out += csvField(plainText(row[i], columns[i]));
     }
-    return objects.isEmpty() ? QStringLiteral("[]\n") : QLatin1String("[\n") + objects.join(QLatin1String(",\n")) + QLatin1String("\n]\n");
+    out += QLatin1String("\r\n");
+}
+
+void appendJson(QString& out, const std::vector<Value>& row, const std::vector<Column>& columns, const QStringList& keys,
+                bool first) {
+    out += first ? QLatin1String("[\n{") : QLatin1String(",\n{");
+    for (size_t i = 0; i < row.size(); ++i) {
+        if (i) out += QLatin1Char(',');
+        out += jsonString(keys[int(i)]) + QLatin1Char(':') + jsonValue(row[i], columns[i]);
+    }
+    out += QLatin1Char('}');
 }
 
 }  // namespace
 
-QByteArray formatRows(const RowSet& rows, RowFormat format) {
-    switch (format) {
-    case RowFormat::Text: return text(rows).toUtf8();
-    case RowFormat::Csv: return csv(rows).toUtf8();
-    case RowFormat::Json: return json(rows).toUtf8();
+void writeRows(Cursor& rows, RowFormat format, FILE* out) {
+    constexpr int kPageRows = 1000;
+    const std::vector<Column>& columns = rows.columns();
+    const QStringList keys = format == RowFormat::Json ? jsonKeys(columns) : QStringList();
+    Output output(out);
+    QString& text = output.text();
+    // A statement without a result prints no CSV header.
+    if (format == RowFormat::Csv && !columns.empty()) appendCsvHeader(text, columns);
+    bool first = true;
+    while (!rows.atEnd()) {
+        for (const auto& row : rows.fetch(kPageRows)) {
+            switch (format) {
+            case RowFormat::Text: appendText(text, row, columns); break;
+            case RowFormat::Csv: appendCsv(text, row, columns); break;
+            case RowFormat::Json: appendJson(text, row, columns, keys, first); break;
+            }
+            first = false;
+        }
+        output.writeIfFull();
     }
-    return {};
+    if (format == RowFormat::Json) text += first ? QLatin1String("[]\n") : QLatin1String("\n]\n");
+    output.write();
 }
 
 }  // namespace kivdb::cli

@@ -3,7 +3,7 @@
 // break or the text NULL apart from the structure and from SQL NULL.
 #include "platform/connection.h"
 
-#include <QByteArray>
+#include <cstdio>
 
 namespace kivdb::cli {
 
@@ -13,7 +13,9 @@ enum class RowFormat {
     Json,  // an array of objects keyed by column name, in column order
 };
 
-// The rows as UTF-8, ready for stdout.
-QByteArray formatRows(const RowSet& rows, RowFormat format);
+// Writes the cursor's rows as UTF-8 to `out` as they are read, in pieces of about a megabyte,
+// so memory stays flat however many rows come: a result that fails after the first piece has
+// gone out leaves those rows written before the error. Throws what the cursor throws.
+void writeRows(Cursor& rows, RowFormat format, FILE* out);
 
 }  // namespace kivdb::cli

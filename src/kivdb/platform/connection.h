@@ -106,9 +106,14 @@ public:
     virtual std::vector<std::vector<Value>> fetch(int maxRows) = 0;
     // True once every row has been handed out.
     virtual bool atEnd() const = 0;
+    // Asked before the first fetch: a column without a type whose first rows are all null
+    // takes the storage class of its first non-null value when one comes, as query() types
+    // it, and columns() says so from then on (rows before it held only nulls).
+    void typeLateColumnsByFirstValue() { typeLateColumns_ = true; }
 
 protected:
     std::vector<Column> columns_;
+    bool typeLateColumns_ = false;
 };
 
 // Owned through a shared pointer wherever a handle to it may outlive its owner (the C

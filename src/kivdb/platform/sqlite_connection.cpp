@@ -8,6 +8,7 @@
 #include <QLocale>
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cctype>
 #include <cmath>
 
@@ -197,6 +198,9 @@ public:
     SqliteCursor(SqliteConnection& conn, std::unique_ptr<dialect::SqliteStatement> stmt, ResultShape shape)
         : conn_(conn), stmt_(std::move(stmt)) {
         step(kCursorFirstPage, ahead_);
+        for (size_t i = 0; i < shape.columns.size(); ++i)
+            if (!shape.declared[i] && std::none_of(ahead_.begin(), ahead_.end(), [i](const auto& row) { return row[i].isValid(); }))
+                untypedNulls_.push_back(i);
         settleTypes(shape, ahead_);
         columns_ = shape.columns;
     }
@@ -214,14 +218,24 @@ public:
         if (qsizetype(page.size()) < maxRows && stmt_) {
             const size_t settled = page.size();
             step(maxRows - int(settled), page);
-            for (size_t r = settled; r < page.size(); ++r)
+            for (size_t r = settled; r < page.size(); ++r) {
+                if (typeLateColumns_ && !untypedNulls_.empty()) typeByFirstValue(page[r]);
                 for (size_t i = 0; i < columns_.size(); ++i) page[r][i] = asFieldType(page[r][i], columns_[i].type);
+            }
         }
         return page;
     }
     bool atEnd() const override { return ahead_.empty() && !stmt_; }
 
 private:
+    void typeByFirstValue(const std::vector<Value>& row) {
+        std::erase_if(untypedNulls_, [&](size_t i) {
+            if (!row[i].isValid()) return false;
+            columns_[i].type = fieldTypeOfStoredValue(row[i]);
+            return true;
+        });
+    }
+
     void step(int maxRows, std::vector<std::vector<Value>>& rows) {
         const auto turn = conn_.lock();
         try {
@@ -235,6 +249,7 @@ private:
     SqliteConnection& conn_;
     std::unique_ptr<dialect::SqliteStatement> stmt_;
     std::vector<std::vector<Value>> ahead_;
+    std::vector<size_t> untypedNulls_;  // columns without a type, null in every row so far
 };
 
 }
