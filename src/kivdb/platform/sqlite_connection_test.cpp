@@ -88,6 +88,10 @@ TEST_F(SqliteConnectionTest, DateTextsReadAsDatesAndOtherTextIsKept) {
         {"0000-01-01", QStringLiteral("0000-01-01")},
         {"２０２４-01-02", QStringLiteral("２０２４-01-02")},
         {"2024-01-02x", QStringLiteral("2024-01-02x")},
+        // Only ASCII blanks surround a date: an ideographic or no-break space keeps it text.
+        {"\u30002024-01-02", QStringLiteral("\u30002024-01-02")},
+        {"2024-01-02 03:04\u00a0", QStringLiteral("2024-01-02 03:04\u00a0")},
+        {"\v2024-01-02\f", QDateTime(QDate(2024, 1, 2), QTime(0, 0))},
         {"soon", QStringLiteral("soon")},
     };
     for (const Case& c : cases) {
