@@ -18,6 +18,16 @@ namespace {
 // Long enough for another connection to the same file to finish a save.
 constexpr int kBusyTimeoutMs = 5000;
 
+// Many host processes share one file: with a write-ahead log, readers go on reading while a
+// writer writes, and a writer waits (the busy timeout) for another to finish. Every commit
+// still reaches the disk before it returns (synchronous FULL, as with a rollback journal).
+// The journal mode lives in the file; setting it again when it is already in place is free.
+// A file that cannot change it (read only, or open elsewhere in the old mode) keeps its mode.
+void shareFile(sqlite3* db) {
+    sqlite3_exec(db, "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
+    sqlite3_exec(db, "PRAGMA synchronous = FULL", nullptr, nullptr, nullptr);
+}
+
 // The engine's errors as the data layer raises them: the class callers catch, the kind kept.
 DatabaseError databaseError(const dialect::EngineError& e) { return DatabaseError(QString::fromUtf8(e.what()), e.kind()); }
 
@@ -282,6 +292,9 @@ sqlite3* openDatabase(const QString& path, SqliteConnection::OpenMode mode) {
         sqlite3_close(db);
         throw DatabaseError(QStringLiteral("%1: %2").arg(message, path));
     }
+    // A database being created (kivdb init works on a file it renames at the end) keeps the
+    // rollback journal until it is first opened as an existing file, so it stays one file.
+    if (!inMemory && mode == SqliteConnection::OpenMode::ExistingFile) shareFile(db);
     dialect::registerRuntime(db);
     return db;
 }
