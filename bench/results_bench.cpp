@@ -3,6 +3,7 @@
 // program run again, the kivdb tool or the sqlite3 shell), so its peak memory is its own.
 // Prints rows of the bench table: what, kivdb, baseline, ratio, aim.
 #include "platform/connection.h"
+#include "platform/oledate.h"
 #include "platform/sqlite_connection.h"
 
 #include <QCoreApplication>
@@ -163,6 +164,8 @@ double writeUpdates(bool viaConnection, const char* path, double seconds) {
     return double(done);
 }
 
+void fillDatabase(const QString& path);
+
 int runChild(int argc, char** argv) {
     const std::string what = argv[2];
     const char* path = argv[3];
@@ -175,6 +178,7 @@ int runChild(int argc, char** argv) {
     else if (what == "raw-reader") answer = readLookups(false, path, seconds);
     else if (what == "kivdb-writer") answer = writeUpdates(true, path, seconds);
     else if (what == "raw-writer") answer = writeUpdates(false, path, seconds);
+    else if (what == "fill") fillDatabase(QString::fromUtf8(path));  // a database to profile with
     std::printf("%.6f\n", answer);
     return 0;
 }
@@ -381,6 +385,7 @@ void benchSharing(const std::string& db) {
 int main(int argc, char** argv) {
     if (argc > 3 && std::strcmp(argv[1], "child") == 0) {
         QCoreApplication app(argc, argv);
+        pinLocalTimeZone();  // as the library's set-up does
         return runChild(argc, argv);
     }
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
