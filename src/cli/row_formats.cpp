@@ -4,12 +4,26 @@
 #include <QLocale>
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 
 namespace kivdb::cli {
 
 namespace {
 
 bool isNull(const Value& value) { return !value.isValid(); }
+
+// yyyy-MM-dd HH:mm:ss, with .zzz when there are milliseconds; written out by hand, as
+// every date of a big result comes here.
+QString dateTimeText(const QDateTime& when) {
+    const QDate d = when.date();
+    const QTime t = when.time();
+    char text[32];
+    const int length = t.msec() ? std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d.%03d", d.year(), d.month(),
+                                                d.day(), t.hour(), t.minute(), t.second(), t.msec())
+                                : std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", d.year(), d.month(),
+                                                d.day(), t.hour(), t.minute(), t.second());
+    return QString::fromLatin1(text, length);
+}
 
 // A non-null value as text, the same in every format; money and decimals with the digits
 // after the point the server shows for their column.
@@ -19,34 +33,57 @@ QString plainText(const Value& value, const Column& column) {
     case QMetaType::Double:
         if (column.scale >= 0 && std::isfinite(value.toDouble())) return QString::number(value.toDouble(), 'f', column.scale);
         return QString::number(value.toDouble(), 'f', QLocale::FloatingPointShortest);
-    case QMetaType::QDateTime: {
-        const QDateTime when = value.toDateTime();
-        return when.toString(when.time().msec() ? QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")
-                                                : QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-    }
+    case QMetaType::QDateTime: return dateTimeText(value.toDateTime());
     case QMetaType::QByteArray: return QStringLiteral("0x") + QString::fromLatin1(value.toByteArray().toHex());
     default: return value.toString();
     }
 }
 
-QString textField(const Value& value, const Column& column) {
-    if (isNull(value)) return QStringLiteral("NULL");
-    QString text = plainText(value, column);
-    if (text == QLatin1String("NULL")) return QStringLiteral("\\NULL");
-    text.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
-    text.replace(QLatin1Char('\t'), QLatin1String("\\t"));
-    text.replace(QLatin1Char('\n'), QLatin1String("\\n"));
-    text.replace(QLatin1Char('\r'), QLatin1String("\\r"));
-    return text;
+// Appends `text` with each character `escape` answers for replaced by that answer (null: kept).
+template <typename Escape>
+void appendEscaped(QString& out, const QString& text, Escape escape) {
+    const QChar* run = text.constBegin();
+    for (const QChar* c = run; c != text.constEnd(); ++c) {
+        const QLatin1String replacement = escape(*c);
+        if (replacement.isNull()) continue;
+        out.append(run, c - run).append(replacement);
+        run = c + 1;
+    }
+    out.append(run, text.constEnd() - run);
 }
 
-QString csvField(const QString& text) {
-    static const QString needsQuotes = QStringLiteral(",\"\r\n");
+QLatin1String textEscape(QChar c) {
+    switch (c.unicode()) {
+    case '\\': return QLatin1String("\\\\");
+    case '\t': return QLatin1String("\\t");
+    case '\n': return QLatin1String("\\n");
+    case '\r': return QLatin1String("\\r");
+    default: return QLatin1String();
+    }
+}
+
+void appendTextField(QString& out, const Value& value, const Column& column) {
+    if (isNull(value)) {
+        out += QLatin1String("NULL");
+        return;
+    }
+    const QString text = plainText(value, column);
+    if (text == QLatin1String("NULL")) out += QLatin1String("\\NULL");
+    else appendEscaped(out, text, textEscape);
+}
+
+void appendCsvField(QString& out, const QString& text) {
     const bool quoted = text.isEmpty() || std::any_of(text.begin(), text.end(), [](QChar c) {
-                            return needsQuotes.contains(c);
+                            return c == QLatin1Char(',') || c == QLatin1Char('"') || c == QLatin1Char('\r') ||
+                                   c == QLatin1Char('\n');
                         });
-    if (!quoted) return text;
-    return QLatin1Char('"') + QString(text).replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
+    if (!quoted) {
+        out += text;
+        return;
+    }
+    out += QLatin1Char('"');
+    appendEscaped(out, text, [](QChar c) { return c == QLatin1Char('"') ? QLatin1String("\"\"") : QLatin1String(); });
+    out += QLatin1Char('"');
 }
 
 QString jsonString(const QString& text) {
@@ -115,7 +152,7 @@ private:
 void appendText(QString& out, const std::vector<Value>& row, const std::vector<Column>& columns) {
     for (size_t i = 0; i < row.size(); ++i) {
         if (i) out += QLatin1Char('\t');
-        out += textField(row[i], columns[i]);
+        appendTextField(out, row[i], columns[i]);
     }
     out += QLatin1Char('\n');
 }
@@ -124,7 +161,7 @@ void appendCsvHeader(QString& out, const std::vector<Column>& columns) {
     for (size_t i = 0; i < columns.size(); ++i) {
         if (i) out += QLatin1Char(',');
         const QString& name = columns[i].name;
-        out += csvField(name.isEmpty() ? QStringLiteral("column_%1").arg(i + 1) : name);
+        appendCsvField(out, name.isEmpty() ? QStringLiteral("column_%1").arg(i + 1) : name);
     }
     out += QLatin1String("\r\n");
 }
@@ -132,7 +169,7 @@ void appendCsvHeader(QString& out, const std::vector<Column>& columns) {
 void appendCsv(QString& out, const std::vector<Value>& row, const std::vector<Column>& columns) {
     for (size_t i = 0; i < row.size(); ++i) {
         if (i) out += QLatin1Char(',');
-        if (!isNull(row[i])) out += csvField(plainText(row[i], columns[i]));
+        if (!isNull(row[i])) appendCsvField(out, plainText(row[i], columns[i]));
     }
     out += QLatin1String("\r\n");
 }
