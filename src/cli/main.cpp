@@ -8,8 +8,8 @@
 #include "cli/init_command.h"
 #include "cli/row_formats.h"
 #include "cli/usage.h"
+#include "frame/core_setup.h"
 #include "platform/sqlite_connection.h"
-#include "platform/ui/library_setup.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>
@@ -155,7 +155,7 @@ int run(QStringList args) {
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    kivdb::setUpLibrary();
+    kivdb::setUpCore();
     QStringList args = app.arguments();
     args.removeFirst();
     int status = 0;

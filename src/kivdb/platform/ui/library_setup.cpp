@@ -1,7 +1,6 @@
 #include "platform/ui/library_setup.h"
 
-#include "frame/embedded_procedures.h"
-#include "platform/oledate.h"
+#include "frame/core_setup.h"
 #include "platform/ui/widget_message_sink.h"
 
 #include <mutex>
@@ -11,8 +10,7 @@ namespace kivdb {
 void setUpLibrary() {
     static std::once_flag once;
     std::call_once(once, [] {
-        pinLocalTimeZone();
-        installEmbeddedProcedures();
+        setUpCore();
         installWidgetMessageSink();
     });
 }

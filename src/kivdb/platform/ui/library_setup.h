@@ -1,7 +1,7 @@
 #pragma once
-// What a process using the whole library sets up once before its first call: the embedded
-// database's stored procedures, the local time zone read once (pinLocalTimeZone), and
-// message boxes as the messages' sink whenever a QApplication exists. The C interface and the command line tool do it themselves.
+// What a process using the whole library sets up once before its first call: the core
+// (frame/core_setup.h) and message boxes as the messages' sink whenever a QApplication
+// exists. The C interface and the command line tool do it themselves.
 namespace kivdb {
 
 // Safe to call from any thread, any number of times.
