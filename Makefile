@@ -27,9 +27,12 @@ sanitize: setup
 demo: build
 	@bash scripts/demo $(BUILD)
 
-# The embedded engine's cost over plain SQLite, as ratios measured in one run.
-bench: build
-	@$(BUILD)/bench/dialect_bench
+# The engine's cost over plain SQLite, as ratios measured in one run, Release build (in
+# build-bench/): every program under bench/, then one table of their rows.
+bench: setup
+	@cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DKIVDB_HEADER_CHECK=OFF >/dev/null
+	@cmake --build build-bench -j $(JOBS) --target kivdb_cli $(notdir $(basename $(wildcard bench/*.cpp)))
+	@bash bench/run build-bench
 
 # The tokenizer/parser fuzz target, built with clang's libFuzzer.
 fuzz: setup
@@ -45,4 +48,4 @@ fuzz: setup
 		else tail -n 60 $(BUILD)-fuzz/fuzz.log; fi; exit $$status
 
 clean:
-	rm -rf $(BUILD) $(BUILD)-fuzz build-sanitize
+	rm -rf $(BUILD) $(BUILD)-fuzz build-sanitize build-bench
