@@ -173,14 +173,18 @@ void Field::setAsDateTime(double value) { setAsVariant(value == 0 ? Value() : Va
 void Field::setAsBoolean(bool value) { setAsVariant(value); }
 void Field::clear() { setAsVariant(Value()); }
 
-QString Field::displayText() const {
-    if (isNull()) return {};
+QString Field::displayText() const { return displayText(asVariant()); }
+
+QString Field::displayText(const Value& value) const {
+    if (!value.isValid()) return {};
     const QString format = numericDisplayFormat(displayFormat, currency);
     switch (type_) {
     case DataType::String:
     case DataType::Boolean:
-    case DataType::DateTime: return asString();
-    default: return format.isEmpty() ? asString() : formatNumber(asFloat(), format);
+    case DataType::DateTime: return converted([&] { return fieldText(value); });
+    default:
+        return format.isEmpty() ? converted([&] { return fieldText(value); })
+                                : formatNumber(converted([&] { return fieldFloat(value); }), format);
     }
 }
 
@@ -421,6 +425,13 @@ const Value& DataSet::value(int index) const {
     if (!active() || current_ < 0) return null;
     return rows_[size_t(current_)].values[size_t(index)];
 }
+
+const Value& DataSet::heldValue(int row, int field) const {
+    if (row == current_ && state_ == DataSetState::Edit) return buffer_[size_t(field)];
+    return rows_[size_t(row)].values[size_t(field)];
+}
+
+int DataSet::insertPosition() const { return state_ == DataSetState::Insert ? int(insertAt_) : -1; }
 
 void DataSet::setValue(int index, const Value& value) {
     if (state_ != DataSetState::Edit && state_ != DataSetState::Insert && state_ != DataSetState::SetKey)

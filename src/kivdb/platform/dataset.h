@@ -62,6 +62,8 @@ public:
     // a format without digit placeholders, such as "****", is shown as it is). A currency
     // field without a format shows "#,##0.00". Null shows "".
     QString displayText() const;
+    // The same for a value of this field that is not the current row's (a grid's other rows).
+    QString displayText(const Value& value) const;
 
     bool currency = false;
     QString displayFormat;
@@ -185,6 +187,20 @@ public:
     Field& fieldByName(const QString& name);  // any case; throws "Field 'X' not found"
     Field* findField(const QString& name);    // nullptr when absent
     QStringList fieldNames() const;
+
+    // For views (item models, grids): the rows read so far, by position, without moving the
+    // current row. The row being inserted is not among them until it is posted;
+    // insertPosition() tells where it shows meanwhile. heldValue of the current row while it
+    // is edited is the edited value.
+    int heldRowCount() const { return int(rows_.size()); }
+    Bookmark heldRowId(int row) const { return rows_[size_t(row)].id; }
+    const Value& heldValue(int row, int field) const;
+    int currentIndex() const { return int(current_); }  // 0-based among the held rows; -1 none
+    int insertPosition() const;  // -1 when not inserting
+    // Whether rows of the result remain unread, and reading the next page of them (false when
+    // there were none). Observers are not told: the view that asks knows.
+    virtual bool canReadMore() const { return false; }
+    bool readMore() { return fetchMore(); }
 
 protected:
     // One row held: its identity for bookmarks and its values.

@@ -40,6 +40,7 @@ public:
     int pageRows() const { return pageRows_; }
     void setPageRows(int rows) { pageRows_ = std::max(rows, 1); }
     int fetchedCount() const { return int(rows().size()); }
+    bool canReadMore() const override { return cursor_ != nullptr; }
 
     // The table changes go to: unless set, the one table of a plain "select ... from T
     // [where ...] [order by ...]". Key fields separated by ';': unless set, the embedded
