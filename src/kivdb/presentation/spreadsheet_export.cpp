@@ -6,7 +6,6 @@
 
 #include "platform/field_values.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <xlsxwriter.h>
 
@@ -16,6 +15,7 @@
 #include <cmath>
 #include <cstdio>
 #include <fcntl.h>
+#include <memory>
 #include <unistd.h>
 
 namespace kivdb {
@@ -65,12 +65,13 @@ QString sheetNumberFormat(const NumberFormat& format, bool point) {
 // system) and removed unless it was moved into place.
 class WorkFile {
 public:
-    explicit WorkFile(const QString& target) : target_(QFile::encodeName(QFileInfo(target).absoluteFilePath())) {
+    explicit WorkFile(const QString& target) {
         static std::atomic<int> serial{0};
         const QFileInfo info(target);
+        target_ = QFile::encodeName(info.absoluteFilePath());
+        folder_ = QFile::encodeName(info.absolutePath());
         for (int attempt = 0; attempt < 100; ++attempt) {
-            path_ = QFile::encodeName(info.absoluteDir().filePath(
-                QStringLiteral(".%1.%2-%3").arg(info.fileName()).arg(getpid()).arg(serial++)));
+            path_ = folder_ + QFile::encodeName(QStringLiteral("/.%1.%2-%3").arg(info.fileName()).arg(getpid()).arg(serial++));
             const int fd = ::open(path_.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
             if (fd >= 0) {
                 ::close(fd);
@@ -88,7 +89,7 @@ public:
     WorkFile& operator=(const WorkFile&) = delete;
 
     const QByteArray& path() const { return path_; }
-    QByteArray folder() const { return QFile::encodeName(QFileInfo(QFile::decodeName(path_)).absolutePath()); }
+    QByteArray& folder() { return folder_; }
     void moveIntoPlace() {
         if (::rename(path_.constData(), target_.constData()) != 0)
             throw std::runtime_error("cannot replace " + target_.toStdString());
@@ -96,22 +97,21 @@ public:
     }
 
 private:
-    QByteArray target_;
-    QByteArray path_;
+    QByteArray target_, folder_, path_;
 };
 
 class SheetWriter {
 public:
     SheetWriter(const QString& target, std::vector<SheetColumn> columns, const ExportProgress& progress, qint64 total)
-        : work_(target), tmpdir_(work_.folder()), columns_(std::move(columns)), formats_(columns_.size()),
+        : work_(target), columns_(std::move(columns)), formats_(columns_.size()),
           progress_(progress), total_(total) {
         if (columns_.size() > size_t(LXW_COL_MAX)) throw std::runtime_error("too many columns");
         // Its temporary files go beside the target too: a temporary folder in memory would
         // hold the whole sheet there.
-        lxw_workbook_options options = {LXW_TRUE, tmpdir_.data(), LXW_FALSE};
-        workbook_ = workbook_new_opt(work_.path().constData(), &options);
+        lxw_workbook_options options = {LXW_TRUE, work_.folder().data(), LXW_FALSE};
+        workbook_.reset(workbook_new_opt(work_.path().constData(), &options));
         if (!workbook_) throw std::runtime_error("cannot start the workbook");
-        header_ = workbook_add_format(workbook_);
+        header_ = workbook_add_format(workbook_.get());
         format_set_bold(header_);
         date_ = numberFormat("yyyy-mm-dd");
         dateTime_ = numberFormat("yyyy-mm-dd hh:mm:ss");
@@ -124,12 +124,6 @@ public:
         startSheet();
         report();
     }
-    ~SheetWriter() {
-        if (workbook_) lxw_workbook_free(workbook_);
-    }
-    SheetWriter(const SheetWriter&) = delete;
-    SheetWriter& operator=(const SheetWriter&) = delete;
-
     // valueOf(column) gives the row's value of each column in turn.
     template <typename ValueOf>
     void addRow(ValueOf&& valueOf) {
@@ -141,9 +135,7 @@ public:
 
     void finish() {
         if (written_ % kProgressEvery != 0) report();
-        lxw_workbook* closing = workbook_;
-        workbook_ = nullptr;  // closing frees it, whether it succeeds or not
-        check(workbook_close(closing));
+        check(workbook_close(workbook_.release()));  // frees it, whether it succeeds or not
         work_.moveIntoPlace();
     }
 
@@ -156,13 +148,13 @@ private:
     };
 
     lxw_format* numberFormat(const QByteArray& code) {
-        lxw_format* format = workbook_add_format(workbook_);
+        lxw_format* format = workbook_add_format(workbook_.get());
         format_set_num_format(format, code.constData());
         return format;
     }
 
     void startSheet() {
-        sheet_ = workbook_add_worksheet(workbook_, nullptr);
+        sheet_ = workbook_add_worksheet(workbook_.get(), nullptr);
         if (!sheet_) throw std::runtime_error("cannot add a sheet");
         row_ = 0;
         for (size_t c = 0; c < columns_.size(); ++c) {
@@ -235,13 +227,12 @@ private:
     }
 
     WorkFile work_;
-    QByteArray tmpdir_;
     std::vector<SheetColumn> columns_;
     std::vector<ColumnFormat> formats_;
     const ExportProgress& progress_;
     qint64 total_;
     qint64 written_ = 0;
-    lxw_workbook* workbook_ = nullptr;
+    std::unique_ptr<lxw_workbook, decltype(&lxw_workbook_free)> workbook_{nullptr, lxw_workbook_free};
     lxw_worksheet* sheet_ = nullptr;
     lxw_row_t row_ = 0;
     lxw_format* header_ = nullptr;
