@@ -124,6 +124,7 @@ public:
         startSheet();
         report();
     }
+
     // valueOf(column) gives the row's value of each column in turn.
     template <typename ValueOf>
     void addRow(ValueOf&& valueOf) {
