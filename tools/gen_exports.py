@@ -46,10 +46,17 @@ TYPES = {
     "date": ("OleDate", "OleDate", "double", "double"),
     "variant": ("const Value&", "Value", "const kivdb_variant*", None),  # result: hidden kivdb_variant**
     "variant_array": ("const QVariantList&", None, "const kivdb_variant*", None),
+    # Live objects a host made through the C interface: parameters only.
+    "dataset": ("DataSet&", None, "kivdb_dataset*", None),
+    "query": ("QueryDataSet&", None, "kivdb_dataset*", None),  # a dataset handle that is a query
+    "strings": ("StringList&", None, "kivdb_strings*", None),
     "none": (None, "void", None, "void"),
 }
 # Types the CLI can read from its command line.
 CLI_ARG_TYPES = {"string", "int", "float", "bool", "date", "variant", "variant_array"}
+# Types the CLI passes itself, not read from the command line: a string list starts empty and
+# its items are printed after the result.
+CLI_OUTPUT_TYPES = {"strings"}
 CLI_RESULT_TYPES = {"string", "int", "float", "bool", "date", "variant", "none"}
 HIDDEN_RESULT = {"string": "char**", "variant": "kivdb_variant**"}
 # Value returned through the C ABI when the call fails.
@@ -200,18 +207,43 @@ def c_prototype(e):
     return f"KIVDB_API {c_result(e)} KIVDB_CALL {e.name}({c_params(e)})"
 
 
-def abi_argument(name, type_, conn_index):
+# The handles of each kind a call looks up and holds (abi::CallTurn), in the order of its
+# arguments: connections, datasets (plain or query), string lists.
+HANDLE_KINDS = (("conn",), ("dataset", "query"), ("strings",))
+
+
+def handles(e):
+    """Each kind's handle parameters, and each handle parameter's index among its kind."""
+    groups = [[n for n, t in e.params if t in kind] for kind in HANDLE_KINDS]
+    return groups, {n: i for group in groups for i, n in enumerate(group)}
+
+
+def abi_argument(name, type_, index):
     return {
-        "conn": f"turn.connection({conn_index.get(name)})",
+        "conn": f"turn.connection({index.get(name)})",
+        "dataset": f"turn.dataSet({index.get(name)})",
+        "query": f"turn.queryDataSet({index.get(name)})",
+        "strings": f"turn.strings({index.get(name)})",
         "string": f"abi::inText({name})",
         "variant": f"abi::inVariant({name})",
         "variant_array": f"abi::inVariantArray({name})",
     }.get(type_, name)
 
 
+def call_turn(groups):
+    """The declaration of the call's turn, or nothing when it takes no handle."""
+    if not any(groups):
+        return ""
+    while not groups[-1]:
+        groups = groups[:-1]
+    lists = ", ".join("{" + ", ".join(group) + "}" for group in groups)
+    return f"const abi::CallTurn turn({lists}); "
+
+
 def gen_cpp_header(subsystem, exports):
     out = [f"// {GENERATED}", "#pragma once", '#include "platform/connection.h"',
-           '#include "platform/field_values.h"', "", "#include <QVariantList>", "",
+           '#include "platform/field_values.h"', '#include "platform/query_dataset.h"',
+           '#include "platform/string_list.h"', "", "#include <QVariantList>", "",
            "namespace kivdb {", ""]
     for e in exports:
         out += at_rows(e.path, (e.line, f"{cpp_signature(e)};"))
@@ -238,11 +270,10 @@ def gen_abi(subsystem, exports):
            f'#include "kivdb/exports/{subsystem}.h"', "", "using namespace kivdb;", "",
            'extern "C" {', ""]
     for e in exports:
-        conns = [n for n, t in e.params if t == "conn"]
-        conn_index = {n: i for i, n in enumerate(conns)}
-        call = f"kivdb::{e.name}({', '.join(abi_argument(n, t, conn_index) for n, t in e.params)})"
-        # The call's connections are looked up and held for the whole call, result included.
-        turn = f"const abi::ConnectionTurn turn({{{', '.join(conns)}}}); " if conns else ""
+        groups, index = handles(e)
+        call = f"kivdb::{e.name}({', '.join(abi_argument(n, t, index) for n, t in e.params)})"
+        # The call's handles are looked up and held for the whole call, result included.
+        turn = call_turn(groups)
         out.append(f"{c_prototype(e)} {{")
         if e.result == "string":
             out.append(f"    abi::storeText(result, abi::guarded<QString>(QString(), [&] {{ {turn}return {call}; }}));")
@@ -273,7 +304,7 @@ def camel(type_):
 
 def cli_callable(e):
     """Whether `kivdb call` can read the export's arguments and print its result."""
-    return (all(t in CLI_ARG_TYPES for _, t in e.params if t != "conn")
+    return (all(t in CLI_ARG_TYPES | CLI_OUTPUT_TYPES for _, t in e.params if t != "conn")
             and e.result in CLI_RESULT_TYPES
             and sum(1 for _, t in e.params if t == "conn") <= 1)
 
@@ -296,21 +327,24 @@ def gen_cli(subsystem, exports):
     for e in exports:
         if not cli_callable(e):
             continue
-        value_params = [(n, t) for n, t in e.params if t != "conn"]
+        value_params = [(n, t) for n, t in e.params if t in CLI_ARG_TYPES]
+        lists = [n for n, t in e.params if t in CLI_OUTPUT_TYPES]
         args, index = [], 0
         for n, t in e.params:
             if t == "conn":
                 args.append("ctx.connection()")
+            elif t in CLI_OUTPUT_TYPES:
+                args.append(n)
             else:
                 args.append(f"args.as{camel(t)}({index})")
                 index += 1
         call = f"kivdb::{e.name}({', '.join(args)})"
         params = ", ".join(f'{{"{n}", ArgType::{camel(t)}}}' for n, t in value_params)
         needs_conn = "true" if any(t == "conn" for _, t in e.params) else "false"
-        if e.result == "none":
-            body = f"{call}; return CallResult::none();"
-        else:
-            body = f"return CallResult::of{camel(e.result)}({call});"
+        result = "CallResult::none()" if e.result == "none" else f"CallResult::of{camel(e.result)}(result)"
+        body = "".join(f"StringList {n}; " for n in lists)
+        body += f"{call}; " if e.result == "none" else f"const auto result = {call}; "
+        body += f"return {result}" + "".join(f".withLines({n}.items())" for n in lists) + ";"
         out.append(f'        {{"{e.name}", "{e.subsystem}", {needs_conn}, {{{params}}},')
         out.append(f"         [](CallContext& ctx, const CallArgs& args) -> CallResult {{ {body} }}}},")
     out += ["    };", "    return table;", "}", "",

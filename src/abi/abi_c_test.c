@@ -1,6 +1,7 @@
 /* The C interface as a C host uses it: connect, call exports with GBK text both ways,
  * characters beyond GBK, hidden string results, the thread's last error and its kind, switching to
- * UTF-8, stale handles, and threads sharing one connection. Prints the plain
+ * UTF-8, stale handles, threads sharing one connection, and datasets and string lists made,
+ * driven and passed to exports through handles. Prints the plain
  * "N passed, N failed" line and exits non-zero on any failure. */
 #include "kivdb.h"
 
@@ -135,6 +136,137 @@ static void checkStaleHandles(const char* url) {
           "a data module passed as a connection");
 }
 
+/* The dataset's position, state and current row in one line. */
+static const char* describe(kivdb_dataset* ds) {
+    static char line[160];
+    char* code = NULL;
+    kivdb_dataset_get_text(&code, ds, "code");
+    snprintf(line, sizeof line, "rec %d eof %d bof %d state %d %s=%lld%s", kivdb_dataset_rec_no(ds),
+             kivdb_dataset_eof(ds), kivdb_dataset_bof(ds), kivdb_dataset_state(ds), code ? code : "?",
+             (long long)kivdb_dataset_get_int(ds, "QTY"), kivdb_dataset_is_null(ds, "qty") ? " null" : "");
+    kivdb_free(code);
+    return line;
+}
+
+enum Op { FIRST, NEXT, PRIOR, LAST, MOVE_BY, EDIT, INSERT, APPEND, SET_TEXT, SET_INT, SET_NULL, POST, CANCEL, DELETE };
+
+static void step(kivdb_dataset* ds, enum Op op, const char* field, int value) {
+    char text[16];
+    snprintf(text, sizeof text, "%d", value);
+    switch (op) {
+    case FIRST: kivdb_dataset_first(ds); break;
+    case NEXT: kivdb_dataset_next(ds); break;
+    case PRIOR: kivdb_dataset_prior(ds); break;
+    case LAST: kivdb_dataset_last(ds); break;
+    case MOVE_BY: kivdb_dataset_move_by(ds, value); break;
+    case EDIT: kivdb_dataset_edit(ds); break;
+    case INSERT: kivdb_dataset_insert(ds); break;
+    case APPEND: kivdb_dataset_append(ds); break;
+    case SET_TEXT: kivdb_dataset_set_text(ds, field, field[0] == 'c' ? "N" : text); break;
+    case SET_INT: kivdb_dataset_set_int(ds, field, value); break;
+    case SET_NULL: kivdb_dataset_set_null(ds, field); break;
+    case POST: kivdb_dataset_post(ds); break;
+    case CANCEL: kivdb_dataset_cancel(ds); break;
+    case DELETE: kivdb_dataset_delete(ds); break;
+    }
+}
+
+static void checkDatasets(kivdb_conn* conn, const char* url) {
+    ExecTmpQuery(conn, "create table Ds_Note (code varchar(10) primary key, qty int)");
+    ExecTmpQuery(conn, "insert into Ds_Note values ('A', 1); insert into Ds_Note values ('B', 2); "
+                       "insert into Ds_Note values ('C', 3)");
+    kivdb_dataset* ds = kivdb_query_open(conn, "select code, qty from Ds_Note order by code");
+    check(ds && kivdb_dataset_record_count(ds) == 3 && kivdb_dataset_field_count(ds) == 2, "a query opens");
+    struct { enum Op op; const char* field; int value; const char* expected; } steps[] = {
+        {LAST, NULL, 0, "rec 3 eof 1 bof 0 state 1 C=3"},
+        {NEXT, NULL, 0, "rec 3 eof 1 bof 0 state 1 C=3"},
+        {MOVE_BY, NULL, -2, "rec 1 eof 0 bof 0 state 1 A=1"},
+        {PRIOR, NULL, 0, "rec 1 eof 0 bof 1 state 1 A=1"},
+        {EDIT, NULL, 0, "rec 1 eof 0 bof 1 state 2 A=1"},
+        {SET_TEXT, "qty", 11, "rec 1 eof 0 bof 1 state 2 A=11"},
+        {CANCEL, NULL, 0, "rec 1 eof 0 bof 1 state 1 A=1"},
+        {EDIT, NULL, 0, "rec 1 eof 0 bof 1 state 2 A=1"},
+        {SET_NULL, "Qty", 0, "rec 1 eof 0 bof 1 state 2 A=0 null"},
+        {POST, NULL, 0, "rec 1 eof 0 bof 1 state 1 A=0 null"},
+        {APPEND, NULL, 0, "rec -1 eof 1 bof 1 state 3 =0 null"},
+        {SET_TEXT, "code", 0, "rec -1 eof 1 bof 1 state 3 N=0 null"},
+        {SET_INT, "qty", 14, "rec -1 eof 1 bof 1 state 3 N=14"},
+        {POST, NULL, 0, "rec 4 eof 0 bof 0 state 1 N=14"},
+        {FIRST, NULL, 0, "rec 1 eof 0 bof 1 state 1 A=0 null"},
+        {NEXT, NULL, 0, "rec 2 eof 0 bof 0 state 1 B=2"},
+        {DELETE, NULL, 0, "rec 2 eof 0 bof 0 state 1 C=3"},
+        /* Edits refused leave the row as it was. */
+        {SET_INT, "qty", 5, "rec 2 eof 0 bof 0 state 1 C=3"},
+        {POST, NULL, 0, "rec 2 eof 0 bof 0 state 1 C=3"},
+    };
+    char what[200];
+    for (size_t i = 0; i < sizeof steps / sizeof steps[0]; ++i) {
+        step(ds, steps[i].op, steps[i].field, steps[i].value);
+        const char* seen = describe(ds);
+        snprintf(what, sizeof what, "dataset step %zu: %s, expected %s", i, seen, steps[i].expected);
+        check(strcmp(seen, steps[i].expected) == 0, what);
+    }
+    check(SelTableIntegerValue2(conn, "select qty from Ds_Note where code = 'A'") == -1 &&
+              SelTableIntValue(conn, "select qty from Ds_Note where code = 'N'") == 14 &&
+              SelTableIntValue(conn, "select count(*) from Ds_Note") == 3,
+          "edits are written back at once");
+
+    /* Batch mode keeps edits until they are applied. */
+    check(kivdb_query_set_batch(ds, true) && kivdb_dataset_edit(ds) && kivdb_dataset_set_int(ds, "qty", 30) &&
+          kivdb_dataset_post(ds) && kivdb_query_updates_pending(ds), "a batch edit waits");
+    check(SelTableIntValue(conn, "select qty from Ds_Note where code = 'C'") == 3, "nothing written before applying");
+    check(kivdb_query_apply_updates(ds) && !kivdb_query_updates_pending(ds) &&
+          SelTableIntValue(conn, "select qty from Ds_Note where code = 'C'") == 30, "applied in one go");
+
+    /* Exports on handles: the counter, the header and every line stamped; a pick list filled. */
+    ExecTmpQuery(conn, "create table BillCode (BillId int, SeqNo int); insert into BillCode values (0, 5); "
+                       "create table Ds_Hd (NoteNo varchar(10) primary key, refNo int); "
+                       "create table Ds_Dtl (LineId int primary key, RefNo int); "
+                       "insert into Ds_Dtl values (1, 0); insert into Ds_Dtl values (2, 0)");
+    kivdb_dataset* master = kivdb_query_open(conn, "select * from Ds_Hd");
+    kivdb_dataset* detail = kivdb_query_open(conn, "select * from Ds_Dtl order by LineId");
+    check(kivdb_dataset_append(master) && kivdb_dataset_last(detail), "master appended, detail on its last line");
+    updateTableRefNo(conn, master, detail, 5);
+    check(SelTableIntValue(conn, "select SeqNo from BillCode") == 6 && kivdb_dataset_get_int(master, "REFNO") == 6 &&
+              SelTableIntValue(conn, "select sum(RefNo) from Ds_Dtl") == 12 && kivdb_dataset_rec_no(detail) == 1,
+          "updateTableRefNo through handles");
+    kivdb_strings* list = kivdb_strings_new();
+    kivdb_strings_add(list, "old");
+    SqlAddPickList(conn, "select code from Ds_Note order by code desc", list);
+    char* item = NULL;
+    kivdb_strings_item(&item, list, 2);
+    check(kivdb_strings_count(list) == 3 && item && strcmp(item, "A") == 0, "SqlAddPickList fills the list");
+    kivdb_strings_item(&item, list, 3);
+    check(kivdb_last_error_kind() == KIVDB_ERROR_ARGUMENT, "an item out of range");
+    kivdb_free(item);
+    kivdb_variant* names[] = {kivdb_variant_text("qty")};
+    kivdb_variant* masked = kivdb_variant_array((const kivdb_variant* const*)names, 1);
+    DisVisablePrice(ds, masked);
+    kivdb_dataset_display_text(&item, ds, "qty");
+    check(item && strcmp(item, "****") == 0, "DisVisablePrice masks what a grid shows");
+    kivdb_variant_free(masked);
+    kivdb_variant_free(names[0]);
+    xRunQuery(ds, "select count(*) as n from Ds_Note", true);
+    check(kivdb_dataset_get_int(ds, "n") == 3, "xRunQuery opens the new statement");
+
+    /* A dataset keeps its connection; freed handles and handles of another kind are refused. */
+    kivdb_conn* own = kivdb_connect(url);
+    kivdb_dataset* kept = kivdb_query_new(own, "select code from Ds_Note order by code");
+    kivdb_disconnect(own);
+    check(kivdb_dataset_open(kept) && kivdb_dataset_record_count(kept) == 3, "a dataset outlives its connection handle");
+    kivdb_dataset_free(kept);
+    check(!kivdb_dataset_first(kept) && failsWith("invalid dataset handle") &&
+              kivdb_last_error_kind() == KIVDB_ERROR_ARGUMENT && kivdb_dataset_eof(kept),
+          "a freed dataset");
+    PostDataSet((kivdb_dataset*)list);
+    check(failsWith("invalid dataset handle"), "a string list passed as a dataset");
+    kivdb_strings_free(list);
+    check(kivdb_strings_count(list) == 0 && failsWith("invalid string list handle"), "a freed string list");
+    kivdb_dataset_free(master);
+    kivdb_dataset_free(detail);
+    kivdb_dataset_free(ds);
+}
+
 int main(int argc, char** argv) {
     char url[512];
     snprintf(url, sizeof url, "sqlite:%s", argc > 1 ? argv[1] : "abi_c_test.db");
@@ -216,6 +348,7 @@ int main(int argc, char** argv) {
     checkErrorKinds(conn);
     checkThreadsShareOneConnection(conn);
     checkStaleHandles(url);
+    checkDatasets(conn, url);
     kivdb_disconnect(conn);
     remove(url + 7);
     printf("%d passed, %d failed\n", passed, failed);

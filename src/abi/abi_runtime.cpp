@@ -91,6 +91,16 @@ HandleRegistry<HostDataModule>& dataModules() {
     return registry;
 }
 
+HandleRegistry<DataSetHandle>& dataSets() {
+    static HandleRegistry<DataSetHandle> registry(0x30000000);
+    return registry;
+}
+
+HandleRegistry<StringListHandle>& stringLists() {
+    static HandleRegistry<StringListHandle> registry(0x40000000);
+    return registry;
+}
+
 uintptr_t keyOf(const void* handle) { return reinterpret_cast<uintptr_t>(handle); }
 
 DatabaseError invalidConnectionHandle() {
@@ -98,6 +108,26 @@ DatabaseError invalidConnectionHandle() {
         "invalid connection handle: it was closed, its data module was removed, or it never came from "
         "kivdb_connect or GetDataConnection"),
         ErrorKind::Argument);
+}
+
+// The object a handle of a host-made kind stands for; what names the kind in errors.
+template <typename T>
+std::shared_ptr<T> found(HandleRegistry<T>& registry, const void* handle, const char* what) {
+    if (!handle) throw DatabaseError(QStringLiteral("no %1 (null handle)").arg(QLatin1String(what)), ErrorKind::Argument);
+    auto object = registry.find(keyOf(handle));
+    if (!object)
+        throw DatabaseError(QStringLiteral("invalid %1 handle: it was freed, or it never came from the library")
+                                .arg(QLatin1String(what)),
+                            ErrorKind::Argument);
+    return object;
+}
+
+template <typename T>
+void freed(HandleRegistry<T>& registry, const void* handle, const char* what) {
+    if (handle && registry.removeOwned(keyOf(handle)) != HandleRegistry<T>::Removal::Removed)
+        throw DatabaseError(QStringLiteral("invalid %1 handle: it was freed, or it never came from the library")
+                                .arg(QLatin1String(what)),
+                            ErrorKind::Argument);
 }
 
 std::shared_ptr<HostDataModule> dataModule(kivdb_host_module* handle) {
@@ -122,18 +152,52 @@ void clearLastError() {
     lastErrorKind = KIVDB_ERROR_NONE;
 }
 
-ConnectionTurn::ConnectionTurn(std::initializer_list<kivdb_conn*> handles) {
-    for (kivdb_conn* handle : handles) {
+DataSetHandle::~DataSetHandle() {
+    const auto turn = connection->lock();
+    dataSet.reset();
+}
+
+CallTurn::CallTurn(std::initializer_list<kivdb_conn*> connections, std::initializer_list<kivdb_dataset*> dataSets,
+                   std::initializer_list<kivdb_strings*> lists) {
+    for (kivdb_conn* handle : connections) {
         if (!handle) throw DatabaseError(QStringLiteral("no connection (null handle)"), ErrorKind::Argument);
-        auto conn = connections().find(keyOf(handle));
+        auto conn = abi::connections().find(keyOf(handle));
         if (!conn) throw invalidConnectionHandle();
         connections_.push_back(std::move(conn));
     }
+    for (kivdb_dataset* handle : dataSets) dataSets_.push_back(found(abi::dataSets(), handle, "dataset"));
+    for (kivdb_strings* handle : lists) lists_.push_back(found(stringLists(), handle, "string list"));
+
     std::vector<Connection*> order;
     for (const auto& conn : connections_) order.push_back(conn.get());
+    for (const auto& dataSet : dataSets_) order.push_back(dataSet->connection.get());
     std::sort(order.begin(), order.end());
+    order.erase(std::unique(order.begin(), order.end()), order.end());
     for (Connection* conn : order) locks_.push_back(conn->lock());
+    std::vector<StringListHandle*> listOrder;
+    for (const auto& list : lists_) listOrder.push_back(list.get());
+    std::sort(listOrder.begin(), listOrder.end());
+    listOrder.erase(std::unique(listOrder.begin(), listOrder.end()), listOrder.end());
+    for (StringListHandle* list : listOrder) locks_.emplace_back(list->mutex);
 }
+
+QueryDataSet& CallTurn::queryDataSet(size_t index) const {
+    auto* query = dynamic_cast<QueryDataSet*>(&dataSet(index));
+    if (!query) throw DatabaseError(QStringLiteral("the dataset is not a query (kivdb_query_new)"), ErrorKind::Argument);
+    return *query;
+}
+
+kivdb_dataset* dataSetHandle(std::shared_ptr<DataSetHandle> dataSet) {
+    return reinterpret_cast<kivdb_dataset*>(dataSets().addOwned(std::move(dataSet)));
+}
+
+void freeDataSet(kivdb_dataset* handle) { freed(dataSets(), handle, "dataset"); }
+
+kivdb_strings* stringListHandle() {
+    return reinterpret_cast<kivdb_strings*>(stringLists().addOwned(std::make_shared<StringListHandle>()));
+}
+
+void freeStringList(kivdb_strings* handle) { freed(stringLists(), handle, "string list"); }
 
 std::unique_lock<std::recursive_mutex> hostScreenLock() { return HostScreen::instance().lock(); }
 

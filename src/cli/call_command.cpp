@@ -1,6 +1,7 @@
 // kivdb call [--db FILE | --url URL] [--trace] [--confirm yes|no] EXPORT [ARG...]
 //
-// stdout: the result on one line (nothing for an export without result).
+// stdout: the result on one line (nothing for an export without result), then the items of
+// each string list the export filled, one a line.
 // stderr, in order: "SQL: " + each statement as built and "PROC: " + each procedure (with
 // --trace), "MSG hint|warn|error: " + each message and "CONFIRM: " + each question.
 #include "cli/call_command.h"
@@ -87,6 +88,7 @@ int runCall(const QStringList& arguments) {
         const CallArgs args(target->params, rest);
         const CallResult result = target->invoke(context, args);
         if (result.hasText()) printLine(stdout, result.text());
+        for (const QString& line : result.lines()) printLine(stdout, line);
         return 0;
     } catch (const std::exception& e) {
         printLine(stderr, "error: " + QString::fromUtf8(e.what()));

@@ -60,6 +60,9 @@ TEST_F(CallCommand, PrintsEachResultTypeInItsOwnForm) {
         {{"TableExistIntValue", "ProbeParts", "Qty", "4"}, "true\n"},
         {{"GetSpErrorMsg", "-5"}, "返回存储过程错误信息 -5\n"},
         {{"ExecTmpQuery", "update ProbeParts set Qty = 5 where PartNo = 'P9'"}, ""},
+        // The list the export fills, one item a line after the (absent) result.
+        {{"SqlAddPickList", "select PartName from ProbeParts order by PartNo"}, "齿轮\n轴承\n"},
+        {{"SqlAddPickList", "select PartName from ProbeParts where 1 = 0"}, ""},
     };
     for (const auto& c : cases) {
         const CliRun r = kivdb(call(c.args));
@@ -83,6 +86,7 @@ TEST_F(CallCommand, ErrorsPrintOneLineAndExitWithOne) {
         {"TableExistIntValue", "ProbeParts", "Qty", "four"},  // not an integer
         {"SelTableIntValue", "select nothing from nowhere"},   // the database refuses
         {"TableExistStringValue", "ProbeParts", "PartNo", "P1' or '1'='1"},  // quote guard
+        {"PostDataSet"},                                       // needs a live dataset
     };
     for (const QStringList& args : bad) {
         const CliRun r = kivdb(call(args));

@@ -1,6 +1,7 @@
 #pragma once
 // The CLI's view of the export table: every export whose arguments are plain values, with
-// its parameter types, callable by name with arguments read from the command line.
+// its parameter types, callable by name with arguments read from the command line. A string
+// list argument is the CLI's own, passed empty; its items are printed after the result.
 #include "platform/connection.h"
 #include "platform/field_values.h"
 
@@ -41,7 +42,8 @@ public:
     virtual Connection& connection() = 0;  // throws when the call has no database
 };
 
-// A result rendered for stdout, or nothing.
+// A result rendered for stdout, or nothing, and the lines of the string lists the export
+// filled, printed after it.
 class CallResult {
 public:
     static CallResult none() { return CallResult(); }
@@ -52,14 +54,22 @@ public:
     static CallResult ofDate(OleDate v);
     static CallResult ofVariant(const Value& v);
 
+    CallResult withLines(const QStringList& lines) const {
+        CallResult r = *this;
+        r.lines_ += lines;
+        return r;
+    }
+
     bool hasText() const { return hasText_; }
     const QString& text() const { return text_; }
+    const QStringList& lines() const { return lines_; }
 
 private:
     CallResult() = default;
     explicit CallResult(QString text) : hasText_(true), text_(std::move(text)) {}
     bool hasText_ = false;
     QString text_;
+    QStringList lines_;
 };
 
 struct CallableExport {

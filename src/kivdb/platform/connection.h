@@ -126,8 +126,10 @@ public:
     // A statement that returns rows, read as the caller fetches them: observers see it once,
     // here; an empty text raises. The embedded database keeps the statement prepared and
     // steps it on each fetch (a text of several statements, or one without rows, is read
-    // whole at once). Over ODBC the whole result is read here, so the connection is free for
-    // other statements while the cursor lives, as on the embedded database.
+    // whole at once). Over ODBC the cursor reads the first result that has columns from the
+    // driver as it is fetched; a server connection carries one result at a time, so when
+    // another statement runs first, the cursor reads its remaining rows into memory. Either
+    // way other statements may run while a cursor lives.
     std::unique_ptr<Cursor> openCursor(const QString& sql);
     // A stored procedure with ordered parameters.
     void call(ProcedureCall& call);

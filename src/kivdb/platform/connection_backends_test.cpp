@@ -67,18 +67,35 @@ TEST_P(ConnectionBackendTest, ColumnsCarryFieldTypesValuesAndNulls) {
 }
 
 TEST_P(ConnectionBackendTest, CursorReadsWhatQueryReadsWhileOtherStatementsRun) {
-    for (const char* code : {"A", "B", "C"}) conn_->execute(QStringLiteral("insert into note (code, qty) values ('%1', 1)").arg(code));
+    for (const char* code : {"A", "B", "C", "D"}) conn_->execute(QStringLiteral("insert into note (code, qty) values ('%1', 1)").arg(code));
     const char* sql = "select code, qty, amount from note order by code";
     const RowSet whole = conn_->query(sql);
-    auto cursor = conn_->openCursor(sql);
-    std::vector<std::vector<Value>> rows = cursor->fetch(2);
     // Between fetches the connection serves others, even a change to the rows being read.
-    conn_->execute("update note set qty = 2 where code = 'A'");
-    for (auto& row : cursor->fetch(10)) rows.push_back(std::move(row));
-    EXPECT_TRUE(cursor->atEnd());
-    EXPECT_EQ(rows, whole.rows);
-    ASSERT_EQ(cursor->columns().size(), whole.columns.size());
-    for (size_t i = 0; i < whole.columns.size(); ++i) EXPECT_EQ(cursor->columns()[i].type, whole.columns[i].type);
+    struct Case {
+        const char* name;
+        std::function<void(Connection&)> between;
+    };
+    const Case cases[] = {
+        {"update", [](Connection& c) { c.execute("update note set amount = null where code = 'A'"); }},
+        {"transaction", [](Connection& c) { c.begin(); c.execute("update note set qty = 1 where code = 'A'"); c.commit(); }},
+        {"another cursor", [](Connection& c) { EXPECT_EQ(c.openCursor("select code from note")->fetch(10).size(), 4u); }},
+        {"nothing", [](Connection&) {}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        auto cursor = conn_->openCursor(sql);
+        std::vector<std::vector<Value>> rows = cursor->fetch(1);
+        c.between(*conn_);
+        for (auto& row : cursor->fetch(2)) rows.push_back(std::move(row));
+        for (auto& row : cursor->fetch(10)) rows.push_back(std::move(row));
+        EXPECT_TRUE(cursor->atEnd());
+        EXPECT_EQ(rows, whole.rows);
+        ASSERT_EQ(cursor->columns().size(), whole.columns.size());
+        for (size_t i = 0; i < whole.columns.size(); ++i) EXPECT_EQ(cursor->columns()[i].type, whole.columns[i].type);
+    }
+    // A cursor dropped with rows unread leaves the connection free.
+    conn_->openCursor(sql)->fetch(1);
+    EXPECT_EQ(noteCount(*conn_), 4);
 }
 
 TEST_P(ConnectionBackendTest, QueryDataSetWritesBackByTheKeyGiven) {

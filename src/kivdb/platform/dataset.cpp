@@ -10,12 +10,12 @@
 namespace kivdb {
 namespace {
 
-DatabaseError notEditing() { return DatabaseError(QStringLiteral("Dataset not in edit or insert mode")); }
+DatabaseError notEditing() { return DatabaseError(QStringLiteral("Dataset not in edit or insert mode"), ErrorKind::Argument); }
 DatabaseError emptyDataSet() {
-    return DatabaseError(QStringLiteral("Cannot perform this operation on an empty dataset"));
+    return DatabaseError(QStringLiteral("Cannot perform this operation on an empty dataset"), ErrorKind::Argument);
 }
 DatabaseError inactive() {
-    return DatabaseError(QStringLiteral("Cannot perform this operation on a closed dataset"));
+    return DatabaseError(QStringLiteral("Cannot perform this operation on a closed dataset"), ErrorKind::Argument);
 }
 
 // What an integer field may hold.
@@ -54,10 +54,10 @@ Value asDataType(const Value& value, DataType type, const QString& field) {
         } else {
             n = value.toLongLong(&ok);
         }
-        if (!ok) throw DatabaseError(QStringLiteral("'%1' is not a valid integer value").arg(value.toString()));
+        if (!ok) throw DatabaseError(QStringLiteral("'%1' is not a valid integer value").arg(value.toString()), ErrorKind::Value);
         if (n < range.low || n > range.high)
             throw DatabaseError(QStringLiteral("%1 is not a valid value for field '%2'. The allowed range is %3 to %4")
-                                    .arg(n).arg(field).arg(range.low).arg(range.high));
+                                    .arg(n).arg(field).arg(range.low).arg(range.high), ErrorKind::Value);
         return qlonglong(n);
     }
     switch (type) {
@@ -68,7 +68,7 @@ Value asDataType(const Value& value, DataType type, const QString& field) {
         if (value.typeId() == QMetaType::QString) {
             const QDateTime when = parseDateTimeText(value.toString());
             if (!when.isValid())
-                throw DatabaseError(QStringLiteral("'%1' is not a valid date and time").arg(value.toString()));
+                throw DatabaseError(QStringLiteral("'%1' is not a valid date and time").arg(value.toString()), ErrorKind::Value);
             return when;
         }
         return converted([&] { return Value(fromOleDate(fieldDate(value))); });
@@ -163,7 +163,7 @@ double Field::asDateTime() const { return converted([&] { return fieldDate(asVar
 bool Field::asBoolean() const { return converted([&] { return fieldBool(asVariant()); }); }
 
 void Field::setAsVariant(const Value& value) {
-    if (readOnly) throw DatabaseError(QStringLiteral("Field '%1' cannot be modified").arg(name_));
+    if (readOnly) throw DatabaseError(QStringLiteral("Field '%1' cannot be modified").arg(name_), ErrorKind::Argument);
     dataSet_->setValue(index_, asDataType(value, type_, name_));
 }
 void Field::setAsString(const QString& value) { setAsVariant(value); }
@@ -194,12 +194,12 @@ DataSet::DataSet() = default;
 DataSet::~DataSet() = default;
 
 void DataSet::addFieldDef(const QString& name, DataType type) {
-    if (active()) throw DatabaseError(QStringLiteral("Cannot perform this operation on an open dataset"));
+    if (active()) throw DatabaseError(QStringLiteral("Cannot perform this operation on an open dataset"), ErrorKind::Argument);
     fieldDefs_.emplace_back(name, type);
 }
 
 void DataSet::clearFieldDefs() {
-    if (active()) throw DatabaseError(QStringLiteral("Cannot perform this operation on an open dataset"));
+    if (active()) throw DatabaseError(QStringLiteral("Cannot perform this operation on an open dataset"), ErrorKind::Argument);
     fieldDefs_.clear();
 }
 
@@ -363,9 +363,9 @@ bool DataSet::bookmarkValid(Bookmark bookmark) const {
 
 void DataSet::gotoBookmark(Bookmark bookmark) {
     checkBrowseMode();
-    if (!bookmarks_.count(bookmark)) throw DatabaseError(QStringLiteral("Bookmark not found"));
+    if (!bookmarks_.count(bookmark)) throw DatabaseError(QStringLiteral("Bookmark not found"), ErrorKind::Argument);
     const qsizetype index = rowIndex(bookmark);
-    if (index < 0) throw DatabaseError(QStringLiteral("Record not found: its row was deleted"));
+    if (index < 0) throw DatabaseError(QStringLiteral("Record not found: its row was deleted"), ErrorKind::Argument);
     current_ = index;
     eof_ = bof_ = false;
     notify(DataSetEvent::Scrolled);
@@ -377,7 +377,7 @@ int DataSet::compareBookmarks(Bookmark a, Bookmark b) const {
     if (a == b) return 0;
     if (a == 0 || b == 0) return a == 0 ? -1 : 1;
     const qsizetype ia = rowIndex(a), ib = rowIndex(b);
-    if (ia < 0 || ib < 0) throw DatabaseError(QStringLiteral("Record not found: its row was deleted"));
+    if (ia < 0 || ib < 0) throw DatabaseError(QStringLiteral("Record not found: its row was deleted"), ErrorKind::Argument);
     return ia < ib ? -1 : 1;
 }
 
@@ -526,7 +526,7 @@ void DataSet::writeChange(ChangeKind, Bookmark, const std::vector<Value>&, const
 // ---- fields and locate
 
 Field& DataSet::field(int index) {
-    if (index < 0 || index >= fieldCount()) throw DatabaseError(QStringLiteral("Field index out of range"));
+    if (index < 0 || index >= fieldCount()) throw DatabaseError(QStringLiteral("Field index out of range"), ErrorKind::Argument);
     return *fields_[size_t(index)];
 }
 
@@ -538,7 +538,7 @@ Field* DataSet::findField(const QString& name) {
 
 Field& DataSet::fieldByName(const QString& name) {
     if (Field* f = findField(name)) return *f;
-    throw DatabaseError(QStringLiteral("Field '%1' not found").arg(name));
+    throw DatabaseError(QStringLiteral("Field '%1' not found").arg(name), ErrorKind::Argument);
 }
 
 QStringList DataSet::fieldNames() const {
@@ -576,7 +576,7 @@ bool DataSet::locate(const QString& fieldNames, const Value& values, LocateOptio
         fields.push_back(fieldByName(name.trimmed()).index());
     const QVariantList sought = fields.size() == 1 ? QVariantList{values} : values.toList();
     if (qsizetype(fields.size()) != sought.size())
-        throw DatabaseError(QStringLiteral("Locate needs one value for each of its %1 fields").arg(fields.size()));
+        throw DatabaseError(QStringLiteral("Locate needs one value for each of its %1 fields").arg(fields.size()), ErrorKind::Argument);
     for (size_t i = 0; ensureRow(i); ++i)
         if (rowMatches(rows_[i], fields, sought, options)) {
             current_ = qsizetype(i);

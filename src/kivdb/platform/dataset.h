@@ -4,8 +4,9 @@
 // changes unless controls are disabled. The rows live in memory; a subclass (QueryDataSet)
 // fills them from a connection as navigation needs them and writes changes back.
 //
-// Errors are DatabaseError with the framework's wording where hosts may show it. A dataset
-// is used by one thread at a time; its connection takes care of its own turns.
+// Errors are DatabaseError with the framework's wording where hosts may show it, of kind
+// Argument for a use the dataset's state or fields do not allow, Value for a value a field
+// cannot take. A dataset is used by one thread at a time; its connection takes care of its own turns.
 #include "platform/connection.h"
 
 #include <QStringList>

@@ -7,11 +7,14 @@
 namespace kivdb {
 namespace {
 
+// The error an action raises, after its kind: "argument: ..." for a use the dataset does
+// not allow, "value: ..." for a value a field cannot take.
 std::string errorOf(const std::function<void()>& action) {
     try {
         action();
     } catch (const DatabaseError& e) {
-        return e.what();
+        const char* kind = e.kind() == ErrorKind::Argument ? "argument: " : e.kind() == ErrorKind::Value ? "value: " : "database: ";
+        return kind + std::string(e.what());
     }
     return "(no error)";
 }
@@ -53,8 +56,8 @@ TEST_F(DataSetTest, FieldsTakeTheColumnTypes) {
     EXPECT_EQ(ds_.fieldByName("made").dataType(), DataType::DateTime);
     EXPECT_DOUBLE_EQ(ds_.fieldByName("made").asDateTime(), 45352);  // 2024-03-01
     EXPECT_EQ(ds_.fieldByName("qty").displayLabel, "qty");
-    EXPECT_EQ(errorOf([&] { ds_.fieldByName("nope"); }), "Field 'nope' not found");
-    EXPECT_EQ(errorOf([&] { ds_.fieldByName("code").asInteger(); }), "'A-01' is not a valid integer value");
+    EXPECT_EQ(errorOf([&] { ds_.fieldByName("nope"); }), "argument: Field 'nope' not found");
+    EXPECT_EQ(errorOf([&] { ds_.fieldByName("code").asInteger(); }), "value: 'A-01' is not a valid integer value");
 }
 
 TEST_F(DataSetTest, Navigation) {
@@ -95,9 +98,9 @@ TEST_F(DataSetTest, BookmarksOutliveRowsDeletedBeforeThem) {
     EXPECT_EQ(code(), "C-03");
     EXPECT_EQ(ds_.recNo(), 2);
     EXPECT_FALSE(ds_.bookmarkValid(first));
-    EXPECT_EQ(errorOf([&] { ds_.gotoBookmark(first); }), "Record not found: its row was deleted");
+    EXPECT_EQ(errorOf([&] { ds_.gotoBookmark(first); }), "argument: Record not found: its row was deleted");
     ds_.releaseBookmark(third);
-    EXPECT_EQ(errorOf([&] { ds_.gotoBookmark(third); }), "Bookmark not found");
+    EXPECT_EQ(errorOf([&] { ds_.gotoBookmark(third); }), "argument: Bookmark not found");
 }
 
 TEST_F(DataSetTest, Editing) {
@@ -109,8 +112,8 @@ TEST_F(DataSetTest, Editing) {
         const char* codes;
         const char* current;
     } cases[] = {
-        {"post in browse", [&] { ds_.post(); }, "Dataset not in edit or insert mode", DataSetState::Browse, "A-01,b-02,C-03", "A-01"},
-        {"writing in browse", [&] { ds_.fieldByName("code").setAsString("x"); }, "Dataset not in edit or insert mode", DataSetState::Browse, "A-01,b-02,C-03", "A-01"},
+        {"post in browse", [&] { ds_.post(); }, "argument: Dataset not in edit or insert mode", DataSetState::Browse, "A-01,b-02,C-03", "A-01"},
+        {"writing in browse", [&] { ds_.fieldByName("code").setAsString("x"); }, "argument: Dataset not in edit or insert mode", DataSetState::Browse, "A-01,b-02,C-03", "A-01"},
         {"edit and cancel restores", [&] { ds_.edit(); ds_.fieldByName("code").setAsString("Z"); EXPECT_EQ(code(), "Z"); ds_.cancel(); }, "(no error)", DataSetState::Browse, "A-01,b-02,C-03", "A-01"},
         {"edit and post", [&] { ds_.edit(); ds_.fieldByName("code").setAsString("A-1"); ds_.post(); }, "(no error)", DataSetState::Browse, "A-1,b-02,C-03", "A-1"},
         {"insert goes before the current row", [&] { ds_.next(); ds_.insert(); ds_.fieldByName("code").setAsString("N"); ds_.post(); }, "(no error)", DataSetState::Browse, "A-1,N,b-02,C-03", "N"},
@@ -118,8 +121,8 @@ TEST_F(DataSetTest, Editing) {
         {"post in set-key ends the key entry", [&] { ds_.setKey(); ds_.fieldByName("code").setAsString("K"); ds_.post(); }, "(no error)", DataSetState::Browse, "A-1,N,b-02,C-03", "b-02"},
         {"an untouched appended row is dropped on moving", [&] { ds_.append(); ds_.first(); }, "(no error)", DataSetState::Browse, "A-1,N,b-02,C-03", "A-1"},
         {"append goes last; moving posts", [&] { ds_.append(); ds_.fieldByName("code").setAsString("L"); ds_.first(); }, "(no error)", DataSetState::Browse, "A-1,N,b-02,C-03,L", "A-1"},
-        {"read-only field", [&] { ds_.fieldByName("qty").readOnly = true; ds_.edit(); ds_.fieldByName("qty").setAsInteger(5); }, "Field 'qty' cannot be modified", DataSetState::Edit, "A-1,N,b-02,C-03,L", "A-1"},
-        {"text in an integer field", [&] { ds_.fieldByName("qty").readOnly = false; ds_.fieldByName("qty").setAsString("x1"); }, "'x1' is not a valid integer value", DataSetState::Edit, "A-1,N,b-02,C-03,L", "A-1"},
+        {"read-only field", [&] { ds_.fieldByName("qty").readOnly = true; ds_.edit(); ds_.fieldByName("qty").setAsInteger(5); }, "argument: Field 'qty' cannot be modified", DataSetState::Edit, "A-1,N,b-02,C-03,L", "A-1"},
+        {"text in an integer field", [&] { ds_.fieldByName("qty").readOnly = false; ds_.fieldByName("qty").setAsString("x1"); }, "value: 'x1' is not a valid integer value", DataSetState::Edit, "A-1,N,b-02,C-03,L", "A-1"},
         {"delete while editing drops the edit", [&] { ds_.deleteRecord(); }, "(no error)", DataSetState::Browse, "N,b-02,C-03,L", "N"},
     };
     for (const auto& c : cases) {
@@ -130,7 +133,7 @@ TEST_F(DataSetTest, Editing) {
     }
     ds_.cancel();
     while (!ds_.isEmpty()) ds_.deleteRecord();
-    EXPECT_EQ(errorOf([&] { ds_.deleteRecord(); }), "Cannot perform this operation on an empty dataset");
+    EXPECT_EQ(errorOf([&] { ds_.deleteRecord(); }), "argument: Cannot perform this operation on an empty dataset");
     EXPECT_EQ(ds_.bookmark(), Bookmark(0));  // none on an empty dataset
     ds_.edit();  // on an empty dataset: inserts
     EXPECT_EQ(ds_.state(), DataSetState::Insert);
@@ -215,11 +218,11 @@ TEST(InMemoryDataSet, OpensOnItsFieldDefinitionsAndChecksRanges) {
     ds.addFieldDef("large", DataType::LargeInt);
     ds.open();
     EXPECT_TRUE(ds.isEmpty());
-    EXPECT_EQ(errorOf([&] { ds.addFieldDef("x", DataType::Word); }), "Cannot perform this operation on an open dataset");
+    EXPECT_EQ(errorOf([&] { ds.addFieldDef("x", DataType::Word); }), "argument: Cannot perform this operation on an open dataset");
     ds.append();
     ds.field(0).setAsString("n");
     EXPECT_EQ(errorOf([&] { ds.field(1).setAsInteger(40000); }),
-              "40000 is not a valid value for field 'small'. The allowed range is -32768 to 32767");
+              "value: 40000 is not a valid value for field 'small'. The allowed range is -32768 to 32767");
     ds.field(1).setAsString(" 12 ");
     ds.field(2).setAsFloat(5e9);
     ds.post();

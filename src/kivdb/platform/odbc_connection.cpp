@@ -160,8 +160,8 @@ Value readField(const StatementHandle& stmt, SQLUSMALLINT column, FieldType type
     return readText(stmt, column);
 }
 
-RowSet readRows(const StatementHandle& stmt, SQLSMALLINT columnCount) {
-    RowSet rows;
+std::vector<Column> readColumns(const StatementHandle& stmt, SQLSMALLINT columnCount) {
+    std::vector<Column> columns;
     for (SQLUSMALLINT c = 1; c <= columnCount; ++c) {
         SQLWCHAR name[512] = {};
         SQLSMALLINT nameLength = 0, sqlType = 0, digits = 0, nullable = 0;
@@ -177,17 +177,31 @@ RowSet readRows(const StatementHandle& stmt, SQLSMALLINT columnCount) {
         const QString declared = fromWideBuffer(typeName, typeNameBytes / qsizetype(sizeof(SQLWCHAR)));
         const FieldType type = fieldTypeFromTypeName(declared).value_or(fieldTypeFromSqlType(sqlType));
         const bool exact = type == FieldType::Currency || type == FieldType::Bcd;
-        rows.columns.push_back({fromWideBuffer(name, nameLength), type, exact ? int(digits) : -1});
+        columns.push_back({fromWideBuffer(name, nameLength), type, exact ? int(digits) : -1});
     }
-    for (;;) {
+    return columns;
+}
+
+// Appends up to maxRows further rows of the current result (all of them when negative);
+// answers whether the result has ended.
+bool readRows(const StatementHandle& stmt, const std::vector<Column>& columns, qsizetype maxRows,
+              std::vector<std::vector<Value>>& rows) {
+    for (qsizetype read = 0; maxRows < 0 || read < maxRows; ++read) {
         const SQLRETURN rc = SQLFetch(stmt.get());
-        if (rc == SQL_NO_DATA) break;
+        if (rc == SQL_NO_DATA) return true;
         stmt.check(rc, "SQLFetch");
         std::vector<Value> row;
-        row.reserve(columnCount);
-        for (SQLUSMALLINT c = 1; c <= columnCount; ++c) row.push_back(readField(stmt, c, rows.columns[c - 1].type));
-        rows.rows.push_back(std::move(row));
+        row.reserve(columns.size());
+        for (SQLUSMALLINT c = 1; c <= columns.size(); ++c) row.push_back(readField(stmt, c, columns[c - 1].type));
+        rows.push_back(std::move(row));
     }
+    return false;
+}
+
+RowSet readRows(const StatementHandle& stmt, SQLSMALLINT columnCount) {
+    RowSet rows;
+    rows.columns = readColumns(stmt, columnCount);
+    readRows(stmt, rows.columns, -1, rows.rows);
     return rows;
 }
 
@@ -218,6 +232,75 @@ TextOutcome executeText(SQLHDBC dbc, QString text) {
     return outcome;
 }
 
+}  // namespace
+
+// The rows of a statement's first result with columns, fetched from the driver as they are
+// asked for. When another statement needs the connection first, the rest is read into memory
+// (readRest), so the cursor keeps its rows and the connection is free.
+class OdbcCursor final : public Cursor {
+public:
+    OdbcCursor(OdbcConnection& conn, QString text) : conn_(conn), stmt_(std::make_unique<StatementHandle>(conn.statementSlot())) {
+        SQLRETURN rc = SQLExecDirectW(stmt_->get(), wide(text), SQL_NTS);
+        stmt_->check(rc, "SQLExecDirect");
+        // Counts of statements before the first rows are passed over, as a query's are.
+        while (rc != SQL_NO_DATA) {
+            SQLSMALLINT columns = 0;
+            stmt_->check(SQLNumResultCols(stmt_->get(), &columns), "SQLNumResultCols");
+            if (columns > 0) {
+                columns_ = readColumns(*stmt_, columns);
+                conn_.openCursor_ = this;
+                return;
+            }
+            rc = SQLMoreResults(stmt_->get());
+            stmt_->check(rc, "SQLMoreResults");
+        }
+        stmt_.reset();  // no rows at all
+    }
+    ~OdbcCursor() override {
+        const auto turn = conn_.lock();
+        release();
+    }
+
+    std::vector<std::vector<Value>> fetch(int maxRows) override {
+        const auto turn = conn_.lock();
+        std::vector<std::vector<Value>> page;
+        const qsizetype fromAhead = std::min(qsizetype(ahead_.size()), qsizetype(std::max(maxRows, 0)));
+        page.assign(std::make_move_iterator(ahead_.begin()), std::make_move_iterator(ahead_.begin() + fromAhead));
+        ahead_.erase(ahead_.begin(), ahead_.begin() + fromAhead);
+        if (qsizetype(page.size()) < maxRows && stmt_) read(maxRows - qsizetype(page.size()), page);
+        return page;
+    }
+    bool atEnd() const override { return ahead_.empty() && !stmt_; }
+
+    void readRest() {
+        if (stmt_) read(-1, ahead_);
+    }
+
+private:
+    void read(qsizetype maxRows, std::vector<std::vector<Value>>& rows) {
+        try {
+            if (!readRows(*stmt_, columns_, maxRows, rows)) return;
+            // Later results of the text are passed over, their errors still raised.
+            for (SQLRETURN rc = SQLMoreResults(stmt_->get()); rc != SQL_NO_DATA; rc = SQLMoreResults(stmt_->get()))
+                stmt_->check(rc, "SQLMoreResults");
+        } catch (...) {
+            release();
+            throw;
+        }
+        release();
+    }
+    void release() {
+        stmt_.reset();
+        if (conn_.openCursor_ == this) conn_.openCursor_ = nullptr;
+    }
+
+    OdbcConnection& conn_;
+    std::unique_ptr<StatementHandle> stmt_;
+    std::vector<std::vector<Value>> ahead_;
+};
+
+namespace {
+
 // A SQL text literal; names reach it from the suite's own statements, still quoted safely.
 QString quoted(const QString& text) {
     return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QLatin1String("''")) + QLatin1Char('\'');
@@ -230,7 +313,7 @@ QString quoted(const QString& text) {
 // and change within one call, so they are read from tempdb each time.
 class OdbcCatalog final : public dialect::Catalog {
 public:
-    explicit OdbcCatalog(SQLHDBC dbc) : dbc_(dbc) {}
+    explicit OdbcCatalog(OdbcConnection& conn) : conn_(conn) {}
 
     std::optional<std::vector<dialect::CatalogColumn>> tableColumns(const QString& table) const override {
         QString name = table.trimmed();
@@ -250,7 +333,7 @@ private:
             owner = qualified.left(dot).section(QLatin1Char('.'), -1);
             table = qualified.mid(dot + 1);
         }
-        StatementHandle stmt(dbc_);
+        StatementHandle stmt(conn_.statementSlot());
         stmt.check(SQLColumnsW(stmt.get(), nullptr, 0, owner.isEmpty() ? nullptr : wide(owner),
                                owner.isEmpty() ? 0 : SQL_NTS, wide(table), SQL_NTS, nullptr, 0),
                    "SQLColumns");
@@ -272,7 +355,7 @@ private:
 
     std::optional<std::vector<dialect::CatalogColumn>> temporaryTableColumns(const QString& table) const {
         const TextOutcome outcome = executeText(
-            dbc_, QStringLiteral("select c.name, t.name from tempdb.sys.columns c join tempdb.sys.types t "
+            conn_.statementSlot(), QStringLiteral("select c.name, t.name from tempdb.sys.columns c join tempdb.sys.types t "
                                  "on t.user_type_id = c.user_type_id where c.object_id = object_id(%1) "
                                  "order by c.column_id")
                       .arg(quoted(QStringLiteral("tempdb..") + table)));
@@ -283,7 +366,7 @@ private:
         return columns;
     }
 
-    SQLHDBC dbc_;
+    OdbcConnection& conn_;
     mutable QHash<QString, std::optional<std::vector<dialect::CatalogColumn>>> cache_;
 };
 
@@ -398,7 +481,7 @@ void OdbcConnection::chooseOuterJoinMode(std::optional<OuterJoinMode> forced) {
 
 const dialect::Catalog& OdbcConnection::catalog() {
     const auto turn = lock();
-    if (!catalog_) catalog_ = std::make_unique<OdbcCatalog>(dbc_);
+    if (!catalog_) catalog_ = std::make_unique<OdbcCatalog>(*this);
     return *catalog_;
 }
 
@@ -412,15 +495,27 @@ QString OdbcConnection::serverText(const QString& sql) {
     }
 }
 
-TextOutcome OdbcConnection::run(const QString& sql) { return executeText(dbc_, serverText(sql)); }
+void* OdbcConnection::statementSlot() {
+    if (openCursor_) openCursor_->readRest();
+    return dbc_;
+}
+
+TextOutcome OdbcConnection::run(const QString& sql) {
+    QString text = serverText(sql);
+    return executeText(statementSlot(), std::move(text));
+}
 
 RowSet OdbcConnection::runQuery(const QString& sql) { return run(sql).rows; }
+
+std::unique_ptr<Cursor> OdbcConnection::runOpenCursor(const QString& sql) {
+    return std::make_unique<OdbcCursor>(*this, serverText(sql));
+}
 
 qint64 OdbcConnection::runExecute(const QString& sql) { return run(sql).changed; }
 
 void OdbcConnection::runBegin() {
     if (inTransaction_) throw transactionAlreadyOpen();
-    check(SQLSetConnectAttrW(dbc_, SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_OFF),
+    check(SQLSetConnectAttrW(statementSlot(), SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_OFF),
                              SQL_IS_UINTEGER),
           SQL_HANDLE_DBC, dbc_, "begin transaction");
     inTransaction_ = true;
@@ -428,7 +523,7 @@ void OdbcConnection::runBegin() {
 
 void OdbcConnection::endTransaction(short completion) {
     // A failed commit leaves the transaction open, so the caller can still roll it back.
-    check(SQLEndTran(SQL_HANDLE_DBC, dbc_, completion), SQL_HANDLE_DBC, dbc_,
+    check(SQLEndTran(SQL_HANDLE_DBC, statementSlot(), completion), SQL_HANDLE_DBC, dbc_,
           completion == SQL_COMMIT ? "commit" : "rollback");
     inTransaction_ = false;
     check(SQLSetConnectAttrW(dbc_, SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_ON),
@@ -558,7 +653,7 @@ Value outputValue(const ProcedureParam& param, const BoundParameter& bound) {
 }  // namespace
 
 qint64 OdbcConnection::runBound(QString text, const std::vector<ProcedureParam*>& markers) {
-    StatementHandle stmt(dbc_);
+    StatementHandle stmt(statementSlot());
     stmt.check(SQLPrepareW(stmt.get(), wide(text), SQL_NTS), "SQLPrepare");
     std::vector<BoundParameter> bound(markers.size());
     for (size_t i = 0; i < markers.size(); ++i) bindParameter(stmt, SQLUSMALLINT(i + 1), *markers[i], bound[i]);

@@ -18,6 +18,7 @@ namespace kivdb {
 enum class OuterJoinMode { Legacy, Ansi };
 
 class OdbcCatalog;
+class OdbcCursor;
 
 class OdbcConnection final : public Connection {
 public:
@@ -51,6 +52,7 @@ public:
 
 protected:
     RowSet runQuery(const QString& sql) override;
+    std::unique_ptr<Cursor> runOpenCursor(const QString& sql) override;
     qint64 runExecute(const QString& sql) override;
     void runProcedure(ProcedureCall& call) override;
     void runBegin() override;
@@ -58,6 +60,11 @@ protected:
     void runRollback() override;
 
 private:
+    friend class OdbcCatalog;
+    friend class OdbcCursor;
+    // The connection handle for a new statement or a transaction's end. A server connection
+    // carries one result at a time: a cursor with rows still unread reads them all first.
+    void* statementSlot();
     TextOutcome run(const QString& sql);
     qint64 runBound(QString text, const std::vector<ProcedureParam*>& markers);
     void chooseOuterJoinMode(std::optional<OuterJoinMode> forced);
@@ -70,6 +77,7 @@ private:
     OuterJoinMode outerJoinMode_ = OuterJoinMode::Legacy;
     QString outerJoinModeReason_;
     std::unique_ptr<OdbcCatalog> catalog_;  // read lazily, for the ANSI rewrite only
+    OdbcCursor* openCursor_ = nullptr;      // the cursor whose result the connection carries
 };
 
 }  // namespace kivdb

@@ -22,7 +22,7 @@ QString literal(const Value& value) {
 }
 
 DatabaseError cannotWrite(const QString& why) {
-    return DatabaseError(QStringLiteral("Cannot write the change back: %1").arg(why));
+    return DatabaseError(QStringLiteral("Cannot write the change back: %1").arg(why), ErrorKind::Argument);
 }
 
 }  // namespace
@@ -88,7 +88,7 @@ void QueryDataSet::refresh() {
 
 void QueryDataSet::setUpdateMode(UpdateMode mode) {
     if (mode != updateMode_ && updatesPending())
-        throw DatabaseError(QStringLiteral("Cannot change the update mode while changes are pending"));
+        throw DatabaseError(QStringLiteral("Cannot change the update mode while changes are pending"), ErrorKind::Argument);
     updateMode_ = mode;
 }
 
