@@ -21,6 +21,8 @@ inline constexpr const char kSpreadsheetExportFailed[] = "转入到EXCEL文件�
 // The visible fields of an active dataset, in field order, every row from the first, to
 // `path` (an existing file is replaced). Moving through the rows posts a pending edit, as
 // any navigation does; controls stay disabled meanwhile and the current row is restored.
+// A dataset that reads on demand reads and keeps every row, as recordCount does: for a
+// long result, export a cursor instead.
 // The file is written beside `path` and renamed into place when complete: on failure
 // nothing is left and an existing file stays as it was. Throws Error (kSpreadsheetExportFailed).
 void DataSetExportToExcel(DataSet& dataSet, const QString& path, const ExportProgress& progress = {});
