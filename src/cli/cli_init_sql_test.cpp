@@ -264,6 +264,28 @@ TEST_F(CliTest, ExportWritesTheStatementsRowsToASpreadsheetFile) {
     }
 }
 
+TEST_F(CliTest, ExportInterruptedLeavesNoFile) {
+    {
+        SqliteConnection conn(db_, SqliteConnection::OpenMode::CreateIfMissing);
+        conn.execute("create table note (n int, code nvarchar(20))");
+        conn.execute("insert into note values (1, N'甲')");
+        // 2^19 rows: an export that takes a while.
+        for (int i = 0; i < 19; ++i) conn.execute("insert into note select n + (select count(*) from note), code from note");
+    }
+    for (const int signal : {SIGINT, SIGTERM}) {
+        SCOPED_TRACE(strsignal(signal));
+        QProcess exporting;
+        exporting.start(QStringLiteral(KIVDB_CLI_PATH),
+                        {"export", "--db", db_, "--out", dir_.filePath("note.xlsx"), "select n, code, n, code from note"});
+        ASSERT_TRUE(exporting.waitForStarted());
+        QThread::msleep(500);
+        ::kill(pid_t(exporting.processId()), signal);
+        ASSERT_TRUE(exporting.waitForFinished(30000));
+        EXPECT_EQ(exporting.exitStatus(), QProcess::CrashExit);  // ended by the signal, as it was sent
+        EXPECT_EQ(QDir(dir_.path()).entryList(QDir::Files | QDir::Hidden).join(' ').toStdString(), "erp.kivdb");
+    }
+}
+
 TEST_F(CliTest, HelpVersionAndExportsAnswerOnStdout) {
     struct Case {
         QStringList args;

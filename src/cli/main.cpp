@@ -14,7 +14,9 @@
 
 #include <QCoreApplication>
 #include <QRegularExpression>
+#include <csignal>
 #include <cstdio>
+#include <iterator>
 #include <unistd.h>
 
 namespace {
@@ -105,6 +107,31 @@ void runSql(const CommandLine& line) {
     std::fwrite(out.constData(), 1, size_t(out.size()), stdout);
 }
 
+volatile std::sig_atomic_t gInterrupt = 0;
+extern "C" void noteInterrupt(int signal) { gInterrupt = signal; }
+
+// While it lives, an interrupt or termination cancels the export (which then removes its
+// file) instead of ending the process; the process then ends by that signal as it would have.
+class InterruptCancels {
+public:
+    InterruptCancels() {
+        struct sigaction action = {};
+        action.sa_handler = noteInterrupt;
+        sigemptyset(&action.sa_mask);
+        for (size_t i = 0; i < std::size(kSignals); ++i) sigaction(kSignals[i], &action, &previous_[i]);
+    }
+    ~InterruptCancels() {
+        for (size_t i = 0; i < std::size(kSignals); ++i) sigaction(kSignals[i], &previous_[i], nullptr);
+        if (gInterrupt) raise(gInterrupt);
+    }
+    InterruptCancels(const InterruptCancels&) = delete;
+    InterruptCancels& operator=(const InterruptCancels&) = delete;
+
+private:
+    static constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
+    struct sigaction previous_[std::size(kSignals)];
+};
+
 // The rows of one statement to a spreadsheet file, counted on stderr when a person watches.
 void runExport(const CommandLine& line) {
     if (line.positional.size() != 1) throw UsageError{QStringLiteral("export takes exactly one statement")};
@@ -115,9 +142,10 @@ void runExport(const CommandLine& line) {
     // Opened first, so a statement the database refuses says why.
     const auto cursor = conn.openCursor(line.positional.front());
     const bool terminal = isatty(STDERR_FILENO);
+    InterruptCancels interrupts;
     kivdb::exportCursorToSpreadsheet(*cursor, line.out, [terminal](qint64 written, qint64) {
         if (terminal) std::fprintf(stderr, "\rexported %lld rows", static_cast<long long>(written));
-        return true;
+        return gInterrupt == 0;
     });
     if (terminal) std::fputc('\n', stderr);
 }

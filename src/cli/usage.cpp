@@ -44,9 +44,9 @@ const Command kCommands[] = {
      "numbers, dates (the time shown when there is one) and TRUE/FALSE; money shows with\n"
      "thousands grouped and two decimals; NULL is an empty cell.\n"
      "\n"
-     "The file is written beside PATH and renamed into place when complete: on failure\n"
-     "none is left and an existing file stays. When stderr is a terminal, a line there\n"
-     "counts the rows written.\n"},
+     "The file is written beside PATH and renamed into place when complete: on failure,\n"
+     "an interrupt (SIGINT, SIGTERM, SIGHUP) included, none is left and an existing file\n"
+     "stays. When stderr is a terminal, a line there counts the rows written.\n"},
     {"call", "call an export by name",
      "kivdb call [--db FILE | --url URL] [--trace] [--confirm yes|no] EXPORT [ARG...]",
      "Calls EXPORT (see kivdb exports) on the embedded database FILE or the connection URL\n"
