@@ -8,6 +8,7 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QUrl>
 #include <gtest/gtest.h>
 
 namespace kivdb {
@@ -149,7 +150,9 @@ TEST_F(SpreadsheetExportTest, ASpreadsheetApplicationReadsTheFile) {
     ds.fieldByName("price").displayFormat = "#.##";
     DataSetExportToExcel(ds, path_);
     QProcess convert;
-    convert.start(office, {"--headless", "--convert-to", "csv:Text - txt - csv (StarCalc):44,34,76", "--outdir",
+    // A profile of its own, so that another instance running meanwhile does not take the job.
+    convert.start(office, {"-env:UserInstallation=" + QUrl::fromLocalFile(dir_.filePath("profile")).toString(),
+                           "--headless", "--convert-to", "csv:Text - txt - csv (StarCalc):44,34,76", "--outdir",
                            dir_.path(), path_});
     ASSERT_TRUE(convert.waitForFinished(120000));
     QFile csv(dir_.filePath(QStringLiteral("导出.csv")));
