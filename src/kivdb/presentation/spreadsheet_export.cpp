@@ -281,7 +281,6 @@ private:
 
 void DataSetExportToExcel(DataSet& dataSet, const QString& path, const ExportProgress& progress) {
     exporting([&] {
-        if (!dataSet.active()) throw std::runtime_error("the dataset is not open");
         std::vector<Field*> fields;
         std::vector<SheetColumn> columns;
         for (int i = 0; i < dataSet.fieldCount(); ++i) {

@@ -117,13 +117,14 @@ TEST_F(SpreadsheetExportTest, AFailureLeavesNoFileAndSaysSo) {
         QString path;
         ExportProgress progress;
         bool open = true;
+        ErrorKind kind = ErrorKind::Database;  // the cause's, when it has one
     } cases[] = {
         {"cancelled at the start", path_, [](qint64, qint64) { return false; }},
         {"cancelled at the end", path_, [](qint64 written, qint64) { return written < 2; }},
         {"no such folder", dir_.filePath("missing/out.xlsx"), {}},
         {"a file where the folder should be", dir_.filePath("plain/out.xlsx"), {}},
         {"a folder at the target", dir_.filePath("folder.xlsx"), {}},
-        {"a closed dataset", path_, {}, false},
+        {"a closed dataset", path_, {}, false, ErrorKind::Argument},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -133,6 +134,7 @@ TEST_F(SpreadsheetExportTest, AFailureLeavesNoFileAndSaysSo) {
             ADD_FAILURE() << "no error";
         } catch (const Error& e) {
             EXPECT_STREQ(e.what(), kSpreadsheetExportFailed);
+            EXPECT_EQ(e.kind(), c.kind);
         }
         EXPECT_EQ(leftInFolder(), QStringList({"plain", "导出.xlsx"}));
         ASSERT_TRUE(previous.open(QIODevice::ReadOnly));
