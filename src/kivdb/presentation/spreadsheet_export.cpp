@@ -201,6 +201,7 @@ private:
     void writeDate(lxw_col_t column, const QDateTime& when) {
         const QDate day = when.date();
         const QTime time = when.time();
+        // Chosen per value: midnight shows as the day alone, any other time with the day.
         const bool wholeDay = time == QTime(0, 0);
         // The format counts days from 1900: earlier dates are written as text.
         if (day.year() < 1900)
