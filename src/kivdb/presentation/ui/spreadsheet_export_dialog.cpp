@@ -1,4 +1,4 @@
-#include "presentation/ui/spreadsheet_export_dialog.h"
+#include "kivdb/exports.h"
 
 #include "presentation/spreadsheet_export.h"
 
