@@ -27,8 +27,9 @@ sanitize: setup
 demo: build
 	@bash scripts/demo $(BUILD)
 
-# The engine's cost over plain SQLite, as ratios measured in one run, Release build (in
-# build-bench/): every program under bench/, then one table of their rows.
+# The engine's cost over plain SQLite (and a million rows exported to a spreadsheet file beside
+# plain SQLite into libxlsxwriter and python3-xlsxwriter), as ratios measured in one run, Release
+# build (in build-bench/): every program under bench/, then one table of their rows.
 bench: setup
 	@cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DKIVDB_HEADER_CHECK=OFF >/dev/null
 	@cmake --build build-bench -j $(JOBS) --target kivdb_cli $(notdir $(basename $(wildcard bench/*.cpp)))
