@@ -20,6 +20,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <functional>
 #include <random>
 #include <string>
 #include <vector>
@@ -102,66 +103,71 @@ double queryReadAll(const char* path) {
     return rows.rows.size() == size_t(kBigRows) ? secondsSince(start) : -1;
 }
 
-// Point lookups by random key for `seconds`; answers how many succeeded. A lookup that fails
-// (busy) counts against the reader.
+// Runs `once` again and again for `seconds`; answers how many times it succeeded.
+double countFor(double seconds, const std::function<bool()>& once) {
+    qint64 done = 0;
+    for (const auto start = Clock::now(); secondsSince(start) < seconds;) done += once() ? 1 : 0;
+    return double(done);
+}
+
+// Whether a call through the connection went through (busy or not).
+bool succeeds(const std::function<void()>& body) {
+    try {
+        body();
+        return true;
+    } catch (const DatabaseError&) {
+        return false;
+    }
+}
+
+// Point lookups by random key for `seconds`; answers how many succeeded.
 double readLookups(bool viaConnection, const char* path, double seconds) {
     std::mt19937 random{unsigned(getpid())};
     std::uniform_int_distribution<int> key(1, kLookupRows);
-    qint64 done = 0;
-    const auto start = Clock::now();
     if (viaConnection) {
         SqliteConnection conn(QString::fromUtf8(path), SqliteConnection::OpenMode::ExistingFile);
-        while (secondsSince(start) < seconds) {
-            try {
-                conn.query(QStringLiteral("select Name from Big where Id = %1").arg(key(random)));
-                ++done;
-            } catch (const DatabaseError&) {
-            }
-        }
-        return double(done);
+        return countFor(seconds, [&] {
+            return succeeds([&] { conn.query(QStringLiteral("select Name from Big where Id = %1").arg(key(random))); });
+        });
     }
     sqlite3* db = openRawLikeConnection(path);
-    while (secondsSince(start) < seconds) {
+    const double done = countFor(seconds, [&] {
         const std::string sql = "select Name from Big where Id = " + std::to_string(key(random));
         sqlite3_stmt* stmt = nullptr;
-        if (sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr) == SQLITE_OK) {
-            while (sqlite3_step(stmt) == SQLITE_ROW) sqlite3_column_text(stmt, 0);
-            if (sqlite3_finalize(stmt) == SQLITE_OK) ++done;
-        }
-    }
+        if (sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr) != SQLITE_OK) return false;
+        while (sqlite3_step(stmt) == SQLITE_ROW) sqlite3_column_text(stmt, 0);
+        return sqlite3_finalize(stmt) == SQLITE_OK;
+    });
     sqlite3_close(db);
-    return double(done);
+    return done;
 }
 
 // Small transactions, one after the other, for `seconds`; answers how many committed.
 double writeUpdates(bool viaConnection, const char* path, double seconds) {
     std::mt19937 random(7);
     std::uniform_int_distribution<int> key(1, kLookupRows);
-    qint64 done = 0;
-    const auto start = Clock::now();
     if (viaConnection) {
         SqliteConnection conn(QString::fromUtf8(path), SqliteConnection::OpenMode::ExistingFile);
-        while (secondsSince(start) < seconds) {
-            try {
+        return countFor(seconds, [&] {
+            const bool done = succeeds([&] {
                 conn.begin();
                 conn.execute(QStringLiteral("update Big set Seq = Seq + 1 where Id = %1").arg(key(random)));
                 conn.commit();
-                ++done;
-            } catch (const DatabaseError&) {
-                if (conn.inTransaction()) conn.rollback();
-            }
-        }
-        return double(done);
+            });
+            if (!done && conn.inTransaction()) conn.rollback();
+            return done;
+        });
     }
     sqlite3* db = openRawLikeConnection(path);
-    while (secondsSince(start) < seconds) {
+    const double done = countFor(seconds, [&] {
         const std::string sql = "BEGIN IMMEDIATE; update Big set Seq = Seq + 1 where Id = " +
                                 std::to_string(key(random)) + "; COMMIT";
-        if (sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK) ++done;
-        else sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
-    }
+        if (sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK) return true;
+        sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+        return false;
+    });
     sqlite3_close(db);
-    return double(done);
+    return done;
 }
 
 void fillDatabase(const QString& path);
