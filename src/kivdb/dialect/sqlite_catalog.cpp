@@ -3,6 +3,7 @@
 #include "dialect/sqlite_statement.h"
 
 #include <algorithm>
+#include <sqlite3.h>
 
 namespace kivdb::dialect {
 
@@ -55,9 +56,25 @@ bool isNationalDeclType(const QString& declType) {
            t.startsWith(QLatin1String("sysname"));
 }
 
+namespace {
+
+// sysobjects lists the user tables, as the server's catalog view does for type 'U'. It is
+// made the first time a statement names it: making it reads the whole schema, which a
+// connection that never asks for it should not pay for when it opens.
+void createSysobjects(sqlite3* db) {
+    sqlite3_exec(db,
+                 "CREATE TEMP VIEW IF NOT EXISTS sysobjects AS SELECT name COLLATE TSQL_CI AS name, rowid AS id, "
+                 "'U' COLLATE TSQL_CI AS type, 'U' COLLATE TSQL_CI AS xtype FROM main.sqlite_master "
+                 "WHERE type = 'table' AND substr(name, 1, 7) <> 'sqlite_'",
+                 nullptr, nullptr, nullptr);
+}
+
+}  // namespace
+
 std::optional<std::vector<CatalogColumn>> SqliteCatalog::tableColumns(const QString& table) const {
     const QString key = table.toLower();
     if (auto it = cache_.constFind(key); it != cache_.constEnd()) return *it;
+    if (key == QLatin1String("sysobjects")) createSysobjects(db_);
 
     std::optional<std::vector<CatalogColumn>> result;
     std::vector<CatalogColumn> columns;

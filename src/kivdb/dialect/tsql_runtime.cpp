@@ -1035,12 +1035,7 @@ void registerRuntime(sqlite3* db) {
     registerNumberFunctions(db);
     sqlite3_create_function(db, "tsql_single", 1, SQLITE_UTF8 | SQLITE_INNOCUOUS | SQLITE_DETERMINISTIC, nullptr, nullptr,
                             tsqlSingleStep, tsqlSingleFinal);
-    // sysobjects lists the user tables, as the server's catalog view does for type 'U'.
-    sqlite3_exec(db,
-                 "CREATE TEMP VIEW IF NOT EXISTS sysobjects AS SELECT name COLLATE TSQL_CI AS name, rowid AS id, "
-                 "'U' COLLATE TSQL_CI AS type, 'U' COLLATE TSQL_CI AS xtype FROM main.sqlite_master "
-                 "WHERE type = 'table' AND substr(name, 1, 7) <> 'sqlite_'",
-                 nullptr, nullptr, nullptr);
+    // The sysobjects view comes when a statement first names it (SqliteCatalog).
 }
 
 }  // namespace kivdb::dialect
