@@ -139,11 +139,13 @@ void runExport(const CommandLine& line) {
     if (line.out.isEmpty()) throw UsageError{QStringLiteral("--out PATH is required")};
     if (line.sample || !line.schemaDir.isEmpty()) throw UsageError{QStringLiteral("--sample and --schema are for init")};
     if (line.translate || line.format != RowFormat::Text) throw UsageError{QStringLiteral("export writes no rows to stdout")};
+    // Outlives the connection, so the process ends by the signal only once the database is
+    // closed (its write-ahead log folded back into the file).
+    InterruptCancels interrupts;
     SqliteConnection conn(line.database, SqliteConnection::OpenMode::ExistingFile);
     // Opened first, so a statement the database refuses says why.
     const auto cursor = conn.openCursor(line.positional.front());
     const bool terminal = isatty(STDERR_FILENO);
-    InterruptCancels interrupts;
     kivdb::exportCursorToSpreadsheet(*cursor, line.out, [terminal](qint64 written, qint64) {
         if (terminal) std::fprintf(stderr, "\rexported %lld rows", static_cast<long long>(written));
         return gInterrupt == 0;
