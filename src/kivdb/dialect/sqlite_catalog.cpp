@@ -56,11 +56,6 @@ bool isNationalDeclType(const QString& declType) {
            t.startsWith(QLatin1String("sysname"));
 }
 
-namespace {
-
-// sysobjects lists the user tables, as the server's catalog view does for type 'U'. It is
-// made the first time a statement names it: making it reads the whole schema, which a
-// connection that never asks for it should not pay for when it opens.
 void createSysobjects(sqlite3* db) {
     sqlite3_exec(db,
                  "CREATE TEMP VIEW IF NOT EXISTS sysobjects AS SELECT name COLLATE TSQL_CI AS name, rowid AS id, "
@@ -68,8 +63,6 @@ void createSysobjects(sqlite3* db) {
                  "WHERE type = 'table' AND substr(name, 1, 7) <> 'sqlite_'",
                  nullptr, nullptr, nullptr);
 }
-
-}  // namespace
 
 std::optional<std::vector<CatalogColumn>> SqliteCatalog::tableColumns(const QString& table) const {
     const QString key = table.toLower();

@@ -23,6 +23,12 @@ NumericType numericTypeFromDeclType(const QString& declType);
 // nchar, nvarchar, ntext and sysname (an nvarchar).
 bool isNationalDeclType(const QString& declType);
 
+// sysobjects lists the user tables, as the server's catalog view does for type 'U'. It is a
+// temporary view made when a statement first names it (the catalog's lookup of it, or a
+// statement that finds it gone after a rollback): making it reads the whole schema, which a
+// connection that never asks for it should not pay for when it opens.
+void createSysobjects(sqlite3* db);
+
 class SqliteCatalog : public Catalog {
 public:
     explicit SqliteCatalog(sqlite3* db) : db_(db) {}

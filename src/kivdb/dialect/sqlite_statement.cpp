@@ -1,6 +1,7 @@
 #include "dialect/sqlite_statement.h"
 
 #include "dialect/dialect.h"
+#include "dialect/sqlite_catalog.h"
 
 #include <sqlite3.h>
 #include <cstring>
@@ -12,9 +13,21 @@ EngineError::EngineError(sqlite3* db)
     : Error(serverMessage(QString::fromUtf8(sqlite3_errmsg(db))).toStdString(),
             engineErrorKind(sqlite3_extended_errcode(db))) {}
 
+namespace {
+
+// Prepares, making sysobjects first when the text names it and a rollback took it away.
+int prepare(sqlite3* db, const char* sql, int bytes, sqlite3_stmt** stmt, const char** tail) {
+    const int rc = sqlite3_prepare_v2(db, sql, bytes, stmt, tail);
+    if (rc != SQLITE_ERROR || qstricmp(sqlite3_errmsg(db), "no such table: sysobjects") != 0) return rc;
+    createSysobjects(db);
+    return sqlite3_prepare_v2(db, sql, bytes, stmt, tail);
+}
+
+}  // namespace
+
 SqliteStatement::SqliteStatement(sqlite3* db, const char*& next, const char* end) : db_(db) {
     const char* tail = end;
-    if (sqlite3_prepare_v2(db, next, int(end - next) + 1, &stmt_, &tail) != SQLITE_OK) {
+    if (prepare(db, next, int(end - next) + 1, &stmt_, &tail) != SQLITE_OK) {
         next = end;
         throw EngineError(db);
     }
@@ -22,7 +35,7 @@ SqliteStatement::SqliteStatement(sqlite3* db, const char*& next, const char* end
 }
 
 SqliteStatement::SqliteStatement(sqlite3* db, const char* sql) : db_(db) {
-    if (sqlite3_prepare_v2(db, sql, int(std::strlen(sql)) + 1, &stmt_, nullptr) != SQLITE_OK) throw EngineError(db);
+    if (prepare(db, sql, int(std::strlen(sql)) + 1, &stmt_, nullptr) != SQLITE_OK) throw EngineError(db);
 }
 
 SqliteStatement::~SqliteStatement() { sqlite3_finalize(stmt_); }

@@ -204,6 +204,25 @@ TEST_F(SqliteConnectionTest, AReaderPartWayThroughItsRowsDoesNotHoldUpAWriter) {
     EXPECT_EQ(noteCount(), 0);
 }
 
+// sysobjects is made when a statement first names it: it still answers after the
+// transaction it was made in rolls back, and it follows tables made later.
+TEST_F(SqliteConnectionTest, SysobjectsAnswersFromTheFirstStatementThatNamesIt) {
+    const QString count = QStringLiteral("select count(*) from sysobjects where type = 'U'");
+    for (const bool firstInsideRolledBack : {false, true}) {
+        SCOPED_TRACE(firstInsideRolledBack);
+        SqliteConnection conn(db_.path, SqliteConnection::OpenMode::ExistingFile);
+        if (firstInsideRolledBack) {
+            conn.begin();
+            EXPECT_EQ(conn.query(count).rows[0][0].toLongLong(), 2);
+            conn.rollback();
+        }
+        EXPECT_EQ(conn.query(count).rows[0][0].toLongLong(), 2);
+        conn.execute("create table later (n int)");
+        EXPECT_EQ(conn.query(count).rows[0][0].toLongLong(), 3);
+        conn.execute("drop table later");
+    }
+}
+
 TEST(SqliteConnectionOpen, OpensByUrlAndRefusesWhatItCannotOpen) {
     QTemporaryDir dir;
     const QString missing = dir.filePath(QStringLiteral("missing.kivdb"));
