@@ -1,5 +1,6 @@
 // The code checks: a code is valid when its master row exists; some also refuse the empty code.
 #include "kivdb/exports.h"
+#include "testing/suite_database.h"
 #include "testing/test_database.h"
 
 #include <gtest/gtest.h>
@@ -9,54 +10,43 @@
 namespace kivdb {
 namespace {
 
-using testing::memoryDatabase;
 using testing::StatementRecorder;
 
-std::unique_ptr<Connection> masterDatabase() {
-    return memoryDatabase({
-        "create table Bs_Depart (DepartNo varchar(10))",
-        "insert into Bs_Depart values ('D1'), ('')",
-        "create table Bs_User (UserId varchar(10))",
-        "insert into Bs_User values ('U1')",
-        "create table Bs_Customer (CustNo varchar(20))",
-        "insert into Bs_Customer values ('C1')",
-        "create table Bs_Vendor (VendNo varchar(20))",
-        "insert into Bs_Vendor values ('V1')",
-        "create table Bs_Roller (RollId varchar(10))",
-        "insert into Bs_Roller values ('R1')",
-        "create table Bs_ProdList (PartNo varchar(30), Unit varchar(10))",
-        "insert into Bs_ProdList values ('P1', 'PCS'), ('P2', null)",
-        "create table Bs_PartUnit (PartNo varchar(30), Unit varchar(10))",
-        "insert into Bs_PartUnit values ('P1', 'BOX'), ('P2', 'KG')",
-        "create table Bs_Employee (EmpId varchar(10))",
-        "insert into Bs_Employee values ('E1')",
-        "create table Bs_Location (StkNo varchar(10))",
-        "insert into Bs_Location values ('WH1'), ('')",
-        "create table Rp_Bank (BankNo varchar(10))",
-        "insert into Rp_Bank values ('B1'), ('')",
-        "create table AC_Currency (Currency varchar(10))",
-        "insert into AC_Currency values ('RMB'), ('')",
-        "create table Pl_jbmain (RefNo int)",
-        "insert into Pl_jbmain values (42)",
-        "create table En_Equip (EquipNo varchar(10))",
-        "insert into En_Equip values ('EQ1')",
-        "create table En_WorkCent (WcNo varchar(10))",
-        "insert into En_WorkCent values ('WC1')",
-        "create table pl_JbBom (RefJobNo int, LineId int, CompNo varchar(30))",
-        "insert into pl_JbBom values (42, 1, 'P1'), (42, 2, 'P2')",
-        "create table pl_JbBomAlt (RefJobNo int, LineId int, AltPartNo varchar(30))",
-        "insert into pl_JbBomAlt values (42, 1, 'P9')",
-        "create table pl_JbRout (RefJobNo int, WcNo varchar(10))",
-        "insert into pl_JbRout values (42, 'WC1')",
-        "create table en_WcEquip (WcNo varchar(10), EquipNo varchar(10))",
-        "insert into en_WcEquip values ('WC1', 'EQ1'), ('WC2', 'EQ2')",
-        "create table ac_subject (SubId varchar(20), EndLevel bit, SpecType int)",
-        "insert into ac_subject values ('1002', 1, 1), ('1009', 1, 2), ('1001', 1, 3), ('10', 0, 1), ('1003', 1, null)",
-    });
-}
+// The suite's tables, so that every statement meets the columns the schema has.
+struct MasterData {
+    testing::SuiteDatabaseFile file;
+    std::unique_ptr<Connection> conn = file.connect();
+
+    MasterData() {
+        for (const char* sql : {
+                 "insert into Bs_Depart (DepartNo) values ('D1'), ('')",
+                 "insert into Bs_User (UserId) values ('U1')",
+                 "insert into Bs_Customer (CustNo) values ('C1')",
+                 "insert into Bs_Vendor (VendNo) values ('V1')",
+                 "insert into Bs_Roller (RollId) values ('R1')",
+                 "insert into Bs_ProdList (PartNo, Unit) values ('P1', 'PCS'), ('P2', null)",
+                 "insert into Bs_PartUnit (PartNo, Unit) values ('P1', 'BOX'), ('P2', 'KG')",
+                 "insert into Bs_Employee (EmpId) values ('E1')",
+                 "insert into Bs_Location (StkNo) values ('WH1'), ('')",
+                 "insert into Rp_Bank (BankNo) values ('B1'), ('')",
+                 "insert into AC_Currency (Currency) values ('RMB'), ('')",
+                 "insert into Pl_jbmain (RefNo) values (42)",
+                 "insert into En_Equip (EquipNo) values ('EQ1')",
+                 "insert into En_WorkCent (WcNo) values ('WC1')",
+                 "insert into pl_JbBom (RefJobNo, LineId, CompNo) values (42, 1, 'P1'), (42, 2, 'P2')",
+                 "insert into pl_JbBomAlt (RefJobNo, LineId, AltSeqNo, AltPartNo) values (42, 1, 1, 'P9')",
+                 "insert into pl_JbRout (RefJobNo, SeqNo, WcNo) values (42, 1, 'WC1')",
+                 "insert into en_WcEquip (WcNo, EquipNo) values ('WC1', 'EQ1'), ('WC2', 'EQ2')",
+                 "insert into ac_subject (SubId, EndLevel, SpecType) values ('1002', 1, 1), ('1009', 1, 2), "
+                 "('1001', 1, 3), ('10', 0, 1), ('1003', 1, null)",
+             })
+            conn->execute(QString::fromUtf8(sql));
+    }
+};
 
 TEST(CodeChecks, ACodeIsValidWhenItsRowExists) {
-    const auto conn = masterDatabase();
+    MasterData data;
+    Connection* conn = data.conn.get();
     const struct {
         std::function<bool(Connection&)> ask;
         bool expected;
@@ -104,7 +94,8 @@ TEST(CodeChecks, ACodeIsValidWhenItsRowExists) {
 
 // What is decided before anything is sent: a blank bank subject, a code holding a quote.
 TEST(CodeChecks, RefusedWithoutAStatement) {
-    const auto conn = masterDatabase();
+    MasterData data;
+    Connection* conn = data.conn.get();
     StatementRecorder recorder(*conn);
     EXPECT_FALSE(BankSubIdInvoid(*conn, ""));
     EXPECT_FALSE(BankSubIdInvoid(*conn, "   "));

@@ -1,6 +1,7 @@
 // The installation's parameters and settings: each export reads its own row, and a missing
 // row or a null value gives the default.
 #include "kivdb/exports.h"
+#include "testing/suite_database.h"
 #include "testing/test_database.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +11,6 @@
 namespace kivdb {
 namespace {
 
-using testing::memoryDatabase;
 using testing::StatementRecorder;
 
 using Answer = std::function<QString(Connection&)>;
@@ -23,14 +23,6 @@ QString text(const QString& s) { return s; }
 template <typename R>
 Answer answer(R (*ask)(Connection&)) {
     return [ask](Connection& conn) { return text(ask(conn)); };
-}
-
-std::unique_ptr<Connection> parameterDatabase() {
-    return memoryDatabase({
-        "create table bs_paralistB (ParFieldName varchar(40), paraValue bit)",
-        "create table bs_paralistI (ParFieldName varchar(40), ParaValue int)",
-        "create table bs_paralistS (ParFieldName varchar(40), paraValue varchar(20))",
-    });
 }
 
 // Each parameter export against its name in its table: unset, set, then null.
@@ -102,7 +94,9 @@ TEST(SystemParameters, EachExportReadsItsOwnParameter) {
         {"bs_paralistS", "DefFinStk", answer(GetDefaultFinStk)},
         {"bs_paralistS", "DefWipRtnStk", answer(GetDefWipRtnStk)},
     };
-    const auto conn = parameterDatabase();
+    testing::SuiteDatabaseFile file;
+    const auto conn = file.connect();
+    conn->begin();  // every case's writes in one transaction: committing each to the file takes seconds
     for (const auto& c : cases) {
         const QString table = QString::fromLatin1(c.table);
         const bool isText = table.endsWith('S');
@@ -111,21 +105,21 @@ TEST(SystemParameters, EachExportReadsItsOwnParameter) {
         SCOPED_TRACE(c.name);
         conn->execute("delete from " + table);
         // Another parameter set to the value must not count.
-        conn->execute(QStringLiteral("insert into %1 values ('Other', %2)").arg(table, value));
+        conn->execute(QStringLiteral("insert into %1 (ParFieldName, paraValue) values ('Other', %2)").arg(table, value));
         EXPECT_EQ(c.ask(*conn), unset);
-        conn->execute(QStringLiteral("insert into %1 values ('%2', %3)").arg(table, c.name, value));
+        conn->execute(QStringLiteral("insert into %1 (ParFieldName, paraValue) values ('%2', %3)").arg(table, c.name, value));
         EXPECT_EQ(c.ask(*conn), isText ? "WH7" : value);
         conn->execute(QStringLiteral("update %1 set %2 = null").arg(table, isText ? "paraValue" : "ParaValue"));
         EXPECT_EQ(c.ask(*conn), unset);
     }
+    conn->rollback();
 }
 
 TEST(SystemParameters, GetSysDigitalReadsTheKindsParameter) {
-    const auto conn = memoryDatabase({
-        "create table bs_paralistI (ParFieldName varchar(40), ParaValue int)",
-        "insert into bs_paralistI values ('QtyDigital', 10), ('PriceDigital', 11), ('AmtDigital', 12), "
-        "('QtyPerDigital', 13), ('CostDigital', 14), ('VoucherDigital', 15), ('Other', 16)",
-    });
+    testing::SuiteDatabaseFile file;
+    const auto conn = file.connect();
+    conn->execute("insert into bs_paralistI (ParFieldName, ParaValue) values ('QtyDigital', 10), ('PriceDigital', 11), "
+                  "('AmtDigital', 12), ('QtyPerDigital', 13), ('CostDigital', 14), ('VoucherDigital', 15), ('Other', 16)");
     StatementRecorder recorder(*conn);
     const struct {
         int kind;
@@ -138,19 +132,19 @@ TEST(SystemParameters, GetSysDigitalReadsTheKindsParameter) {
 
 // The settings of a kind of note, a customer, the installed modules and the system.
 TEST(SystemParameters, SettingsStoredElsewhere) {
-    const QStringList tables = {
-        "create table Bs_BillSet (BillId int, AllowNegQty bit, CheckNoteNo bit, NeedOpId bit, VerBackUp bit)",
-        "create table bs_Customer (CustNo varchar(20), SaleByTax bit)",
-        "create table s_ModInsted (AcctModInsted bit, TaxModInsted bit, PayModInsted bit, ProdModInsted bit)",
-        "create table bs_sysPar (CostPerHour float)",
-    };
-    const QStringList filled = tables + QStringList{
-        "insert into Bs_BillSet values (5, 1, 0, 1, 0), (6, 0, 1, 0, 1), (7, null, null, null, null)",
-        "insert into bs_Customer values ('C1', 1), ('C2', null)",
-        // Only the first row counts.
-        "insert into s_ModInsted values (1, 0, 1, 0), (0, 1, 0, 1)",
-        "insert into bs_sysPar values (18.5)",
-    };
+    testing::SuiteDatabaseFile emptyFile, fullFile;
+    const auto empty = emptyFile.connect();
+    const auto full = fullFile.connect();
+    for (const char* sql : {
+             "insert into Bs_BillSet (BillId, AllowNegQty, CheckNoteNo, NeedOpId, VerBackUp) "
+             "values (5, 1, 0, 1, 0), (6, 0, 1, 0, 1), (7, null, null, null, null)",
+             "insert into bs_Customer (CustNo, SaleByTax) values ('C1', 1), ('C2', null)",
+             // Only the first row counts.
+             "insert into s_ModInsted (AcctModInsted, TaxModInsted, PayModInsted, ProdModInsted) "
+             "values (1, 0, 1, 0), (0, 1, 0, 1)",
+             "insert into bs_sysPar (CostPerHour) values (18.5)",
+         })
+        full->execute(QString::fromUtf8(sql));
     const struct {
         Answer ask;
         bool empty;  // on the tables without rows
@@ -177,8 +171,6 @@ TEST(SystemParameters, SettingsStoredElsewhere) {
         {answer(GetManCostPerHour), false, "18.5"},
         {answer(GetManCostPerHour), true, "0"},
     };
-    const auto full = memoryDatabase(filled);
-    const auto empty = memoryDatabase(tables);
     for (std::size_t i = 0; i < std::size(cases); ++i)
         EXPECT_EQ(cases[i].ask(cases[i].empty ? *empty : *full), cases[i].expected) << "case " << i;
 }
