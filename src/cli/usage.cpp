@@ -60,7 +60,8 @@ const Command kCommands[] = {
      "as null.\n"
      "stderr, in order: SQL: and PROC: lines for what the library sends (with --trace),\n"
      "MSG hint|warn|error: for messages and CONFIRM: for questions, answered by --confirm\n"
-     "(default no). Errors print error: MESSAGE and exit with status 1.\n"},
+     "(default no). Errors print error: MESSAGE and exit with status 1; for an unknown\n"
+     "EXPORT the message ends with the nearest names.\n"},
     {"exports", "list the exports with their argument kinds", "kivdb exports [PATTERN]",
      "Lists the exports as the export table declares them, one per line:\n"
      "  NAME(PARAM: kind, ...) -> result [subsystem]<TAB>DESCRIPTION\n"
