@@ -24,7 +24,12 @@ constexpr int kBusyTimeoutMs = 5000;
 // The journal mode lives in the file; setting it again when it is already in place is free.
 // A file that cannot change it (read only, or open elsewhere in the old mode) keeps its mode.
 void shareFile(sqlite3* db) {
+    // Switching takes the file for a moment: while another process has it open under the old
+    // journal, the file keeps it for now (a later open tries again) rather than every open
+    // waiting out the busy timeout.
+    sqlite3_busy_timeout(db, 0);
     sqlite3_exec(db, "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
+    sqlite3_busy_timeout(db, kBusyTimeoutMs);
     sqlite3_exec(db, "PRAGMA synchronous = FULL", nullptr, nullptr, nullptr);
 }
 
