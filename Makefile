@@ -30,6 +30,9 @@ demo: build
 # The embedded engine's cost over plain SQLite, as ratios measured in one run.
 bench: build
 	@$(BUILD)/bench/dialect_bench
+	@printf '\n%-52s %12s %12s %8s %8s\n' what kivdb baseline ratio aim
+	@$(BUILD)/bench/call_bench
+	@$(BUILD)/bench/translation_bench
 
 # The tokenizer/parser fuzz target, built with clang's libFuzzer.
 fuzz: setup
