@@ -2,10 +2,12 @@
 
 #include "platform/procedure_registry.h"
 #include "testing/connections.h"
+#include "testing/sqlite_database.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <functional>
 #include <future>
 #include <thread>
 
@@ -21,7 +23,7 @@ protected:
     }
 
     qlonglong noteCount() { return conn_->query("select count(*) from note").rows[0][0].toLongLong(); }
-    bool statementsLeft() { return sqlite3_next_stmt(conn_->handle(), nullptr) != nullptr; }
+    bool statementsLeft() { return testing::statementRunning(conn_->handle()); }
 
     testing::TemporaryDatabase db_;
     std::unique_ptr<SqliteConnection> conn_;
@@ -147,6 +149,57 @@ TEST_F(SqliteConnectionTest, FailuresCarrySqliteMessageAndLeaveNothingBehind) {
         EXPECT_FALSE(statementsLeft());
         EXPECT_FALSE(conn_->inTransaction());
         EXPECT_EQ(noteCount(), 1);
+    }
+}
+
+// The translations and prepared statements a connection keeps never answer for a schema
+// that has changed since, whoever changed it. '05' finds the integer 5 but not the text '5',
+// and a statement translated for an integer column would still find it in a text one.
+TEST_F(SqliteConnectionTest, KeptTranslationsFollowSchemaChanges) {
+    SqliteConnection other(db_.path, SqliteConnection::OpenMode::ExistingFile);
+    const auto retype = [](Connection& conn, const char* table) {
+        conn.execute(QStringLiteral("drop table %1; create table %1 (N varchar(10)); insert into %1 values ('5')").arg(table));
+    };
+    struct Case {
+        const char* why;
+        const char* setUp;
+        const char* statement;
+        std::function<void()> between;
+        QString before;
+        QString after;
+    } cases[] = {
+        {"another connection retypes the column", "create table Probe1 (N int); insert into Probe1 values (5)",
+         "select count(*) from Probe1 where N = '05'", [&] { retype(other, "Probe1"); }, "1", "0"},
+        {"this connection retypes it", "create table Probe2 (N int); insert into Probe2 values (5)",
+         "select count(*) from Probe2 where N = '05'", [&] { retype(*conn_, "Probe2"); }, "1", "0"},
+        {"a temporary table made again", "create table #Probe3 (N int); insert into #Probe3 values (5)",
+         "select count(*) from #Probe3 where N = '05'", [&] { retype(*conn_, "#Probe3"); }, "1", "0"},
+        // The statement was translated while its table did not exist.
+        {"another connection makes the table", "", "select count(*) from Probe4 where N = '05'",
+         [&] { other.execute("create table Probe4 (N varchar(10)); insert into Probe4 values ('5')"); }, "error", "0"},
+        // More statements than the connection keeps prepared run between the two.
+        {"the statement was dropped from the cache", "create table Probe5 (N int); insert into Probe5 values (5)",
+         "select count(*) from Probe5 where N = '05'",
+         [&] {
+             for (int i = 0; i <= StatementCache::kCapacity; ++i) conn_->query(QStringLiteral("select %1").arg(i));
+         },
+         "1", "1"},
+    };
+    const auto answer = [&](const char* statement) {
+        try {
+            return conn_->query(statement).rows[0][0].toString();
+        } catch (const DatabaseError&) {
+            return QStringLiteral("error");
+        }
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.why);
+        if (*c.setUp) conn_->execute(c.setUp);
+        EXPECT_EQ(answer(c.statement), c.before);
+        EXPECT_EQ(answer(c.statement), c.before);  // now from what the connection kept
+        c.between();
+        EXPECT_EQ(answer(c.statement), c.after);
+        EXPECT_FALSE(statementsLeft());
     }
 }
 
