@@ -103,13 +103,21 @@ struct Shape {
     QString key() const { return around.join(kHole); }
 };
 
+// False for a text no number reading takes (most names and codes), without reading it as one.
+bool mayBeNumber(const QString& v) {
+    for (const QChar c : v)
+        if (!c.isDigit() && !c.isSpace() && c != u'+' && c != u'-' && c != u'.' && c != u'e' && c != u'E')
+            return v.contains(QLatin1String("inf"), Qt::CaseInsensitive) || v.contains(QLatin1String("nan"), Qt::CaseInsensitive);
+    return true;
+}
+
 // A plain text literal whose value no translation reads: not a number, a truth value or
 // blank (converted where a number is wanted), no like pattern, no quote or control character.
 bool liftable(const Token& t) {
     if (t.type != TokenType::String || t.national) return false;
     const QString v = t.text.trimmed();
     bool number = false;
-    v.toDouble(&number);
+    if (mayBeNumber(v)) v.toDouble(&number);
     if (v.isEmpty() || number || v.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0 ||
         v.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0)
         return false;
@@ -146,9 +154,14 @@ std::optional<Shape> shapeOf(const QString& tsql) {
 QString marker(qsizetype slot) { return kHole + QString::number(slot) + kHole; }
 
 SqliteTranslation fill(const TranslationCache::Template& t, const QStringList& literals) {
-    SqliteTranslation out{t.pieces.front(), t.resultKinds, t.resultScales};
-    for (size_t i = 0; i < t.holes.size(); ++i)
-        out.sql += QLatin1Char('\'') + literals[t.holes[i]] + QLatin1Char('\'') + t.pieces[qsizetype(i) + 1];
+    SqliteTranslation out{t.pieces.front(), t.resultKinds, t.resultScales, t.pieces.front(), {}};
+    for (size_t i = 0; i < t.holes.size(); ++i) {
+        const QString& piece = t.pieces[qsizetype(i) + 1];
+        const QString& literal = literals[t.holes[i]];
+        out.sql += QLatin1Char('\'') + literal + QLatin1Char('\'') + piece;
+        out.parameterizedSql += QLatin1Char('?') + QString::number(i + 1) + piece;
+        out.parameters << literal;
+    }
     return out;
 }
 
@@ -225,6 +238,7 @@ SqliteTranslation TranslationCache::translateTyped(const QString& tsql, const Ca
     SqliteTranslation translation = translateForSqlite(tsql, catalog);
     if (shape && !shapes_.contains(key)) {
         Template t = templateOf(*shape, translation, catalog);
+        if (t.lifted) translation = fill(t, shape->literals);  // the same text, with its parameters
         const bool lifted = t.lifted;
         keepShape(key, std::move(t));
         if (lifted) return translation;

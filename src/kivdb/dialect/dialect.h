@@ -82,6 +82,11 @@ struct SqliteTranslation {
     // Digits after the point of money and decimal result columns, as the server shows
     // them; -1 for other columns and when unknown.
     std::vector<int> resultScales;
+    // For a translation made from a kept shape: the same text with each lifted literal as the
+    // parameter ?1, ?2 ... in the order they appear in it, and the values to bind (unquoted);
+    // empty otherwise.
+    QString parameterizedSql = {};
+    QStringList parameters = {};
 };
 SqliteTranslation translateForSqlite(const QString& tsql, const Catalog& catalog);
 

@@ -870,6 +870,12 @@ TEST(TsqlCache, ShapeSharedOnlyWhereLiteralsAreCopied) {
         EXPECT_EQ(cached.sql, alone.sql) << c.second;
         EXPECT_EQ(cached.resultKinds, alone.resultKinds) << c.second;
         EXPECT_EQ(cache.size() == 1, c.shared) << c.second;
+        // The same text with the literals as parameters: binding them gives the translation.
+        QString bound = cached.parameterizedSql;
+        for (qsizetype i = cached.parameters.size(); i > 0; --i)
+            bound.replace(QStringLiteral("?%1").arg(i), QLatin1Char('\'') + cached.parameters[i - 1] + QLatin1Char('\''));
+        if (c.shared) EXPECT_EQ(bound, alone.sql) << c.second;
+        if (c.shared) EXPECT_FALSE(cached.parameters.isEmpty()) << c.second;
         ASSERT_TRUE(cache.find(c.second));
         EXPECT_EQ(cache.find(c.second)->sql, alone.sql) << c.second;
         cache.forget(c.second);
