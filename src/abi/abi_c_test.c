@@ -239,11 +239,13 @@ static void checkDatasets(kivdb_conn* conn, const char* url) {
     kivdb_strings_item(&item, list, 3);
     check(kivdb_last_error_kind() == KIVDB_ERROR_ARGUMENT, "an item out of range");
     kivdb_free(item);
+    item = NULL;  /* the library frees what the variable holds: it must hold nothing freed */
     kivdb_variant* names[] = {kivdb_variant_text("qty")};
     kivdb_variant* masked = kivdb_variant_array((const kivdb_variant* const*)names, 1);
     DisVisablePrice(ds, masked);
     kivdb_dataset_display_text(&item, ds, "qty");
     check(item && strcmp(item, "****") == 0, "DisVisablePrice masks what a grid shows");
+    kivdb_free(item);
     kivdb_variant_free(masked);
     kivdb_variant_free(names[0]);
     xRunQuery(ds, "select count(*) as n from Ds_Note", true);

@@ -74,9 +74,12 @@ int runCall(const QStringList& arguments) {
         printLine(stderr, QStringLiteral("error: usage: kivdb call [--db FILE] [--trace] [--confirm yes|no] EXPORT [ARG...]"));
         return 1;
     }
-    const CallableExport* target = findExport(rest.takeFirst());
+    const QString name = rest.takeFirst();
+    const CallableExport* target = findExport(name);
     if (!target) {
-        printLine(stderr, QStringLiteral("error: no export callable from the command line by that name"));
+        const QStringList nearest = nearestExports(name);
+        printLine(stderr, QStringLiteral("error: no export callable from the command line by that name") +
+                              (nearest.isEmpty() ? QString() : "; nearest: " + nearest.join(QLatin1String(", "))));
         return 1;
     }
 

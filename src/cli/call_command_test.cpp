@@ -80,20 +80,28 @@ TEST_F(CallCommand, TraceShowsStatementsAsBuiltAndMessagesInOrder) {
 }
 
 TEST_F(CallCommand, ErrorsPrintOneLineAndExitWithOne) {
-    const QStringList bad[] = {
-        {"NoSuchExport"},
-        {"SelTableIntValue"},                                  // missing argument
-        {"TableExistIntValue", "ProbeParts", "Qty", "four"},  // not an integer
-        {"SelTableIntValue", "select nothing from nowhere"},   // the database refuses
-        {"TableExistStringValue", "ProbeParts", "PartNo", "P1' or '1'='1"},  // quote guard
-        {"PostDataSet"},                                       // needs a live dataset
+    const char* const unknown = "error: no export callable from the command line by that name";
+    const struct {
+        QStringList args;
+        QString err;  // the whole line, when the case is about its text
+    } bad[] = {
+        {{"NoSuchExport"}, unknown},
+        // A name a typo away, or part of a name, is answered with the nearest names.
+        {{"IsSysNeedBachControl"}, QString(unknown) + "; nearest: IsSysNeedBatchControl, IsSysNeedLotControl, IsSysNeedSerialControl"},
+        {{"GetSysDigit"}, QString(unknown) + "; nearest: GetSysDigital"},
+        {{"PostDataSet"}, unknown},                            // needs a live dataset
+        {{"SelTableIntValue"}, {}},                            // missing argument
+        {{"TableExistIntValue", "ProbeParts", "Qty", "four"}, {}},  // not an integer
+        {{"SelTableIntValue", "select nothing from nowhere"}, {}},   // the database refuses
+        {{"TableExistStringValue", "ProbeParts", "PartNo", "P1' or '1'='1"}, {}},  // quote guard
     };
-    for (const QStringList& args : bad) {
-        const CliRun r = kivdb(call(args));
-        EXPECT_EQ(r.status, 1) << args.join(' ').toStdString();
+    for (const auto& c : bad) {
+        const CliRun r = kivdb(call(c.args));
+        EXPECT_EQ(r.status, 1) << c.args.join(' ').toStdString();
         EXPECT_TRUE(r.out.isEmpty());
         EXPECT_TRUE(r.err.startsWith("error: ")) << r.err.toStdString();
         EXPECT_EQ(r.err.count('\n'), 1) << r.err.toStdString();
+        if (!c.err.isEmpty()) EXPECT_EQ(r.err, c.err + "\n");
     }
 }
 

@@ -7,6 +7,9 @@
 #include <QJsonDocument>
 #include <QJsonValue>
 
+#include <algorithm>
+#include <utility>
+
 namespace kivdb::cli {
 
 namespace {
@@ -112,6 +115,44 @@ const CallableExport* findExport(const QString& name) {
     for (const CallableExport& e : callableExports())
         if (name.compare(QLatin1String(e.name), Qt::CaseInsensitive) == 0) return &e;
     return nullptr;
+}
+
+namespace {
+
+// The edits (insertions, deletions, replacements) that turn one text into the other.
+int editDistance(const QString& a, const QString& b) {
+    std::vector<int> row(b.size() + 1);
+    for (int j = 0; j <= b.size(); ++j) row[j] = j;
+    for (int i = 1; i <= a.size(); ++i) {
+        int diagonal = row[0];
+        row[0] = i;
+        for (int j = 1; j <= b.size(); ++j) {
+            const int above = row[j];
+            row[j] = std::min({above + 1, row[j - 1] + 1, diagonal + (a[i - 1] == b[j - 1] ? 0 : 1)});
+            diagonal = above;
+        }
+    }
+    return row[b.size()];
+}
+
+}  // namespace
+
+QStringList nearestExports(const QString& name) {
+    const QString wanted = name.toLower();
+    for (const ExportDeclaration& d : exportDeclarations())
+        if (wanted == QString::fromLatin1(d.name).toLower()) return {};
+    const int near = std::max<int>(2, wanted.size() / 3);
+    std::vector<std::pair<int, QString>> found;
+    for (const CallableExport& e : callableExports()) {
+        const QString candidate = QString::fromLatin1(e.name);
+        const int distance = editDistance(wanted, candidate.toLower());
+        if (distance <= near || (wanted.size() >= 4 && candidate.contains(wanted, Qt::CaseInsensitive)))
+            found.emplace_back(distance, candidate);
+    }
+    std::sort(found.begin(), found.end());
+    QStringList names;
+    for (std::size_t i = 0; i < found.size() && i < 3; ++i) names << found[i].second;
+    return names;
 }
 
 }  // namespace kivdb::cli

@@ -91,5 +91,9 @@ struct ExportDeclaration {
 };
 const std::vector<ExportDeclaration>& exportDeclarations();
 const CallableExport* findExport(const QString& name);  // compared without regard to case
+// The callable exports nearest to a name that is none of them, nearest first, at most three:
+// those a few edits away or whose name holds it, compared without regard to case. Empty for
+// a declared export the command line cannot call.
+QStringList nearestExports(const QString& name);
 
 }  // namespace kivdb::cli

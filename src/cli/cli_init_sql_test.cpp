@@ -1,5 +1,7 @@
 // The kivdb command line tool, run as a program on real database files.
 #include "platform/sqlite_connection.h"
+#include "presentation/spreadsheet_export.h"
+#include "testing/spreadsheet_reader.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -237,6 +239,53 @@ TEST_F(CliTest, SqlFormatsKeepValuesApartFromStructure) {
     }
 }
 
+TEST_F(CliTest, ExportWritesTheStatementsRowsToASpreadsheetFile) {
+    makeNoteDatabase();
+    const QString out = dir_.filePath(QStringLiteral("note.xlsx"));
+    struct Case {
+        const char* statement;
+        QStringList sheet;
+    };
+    const Case cases[] = {
+        // 2024-05-06 07:08:09 is day 45418 and 25689 of 86400 seconds.
+        {"select code, qty, amount, made, posted from note order by posted desc",
+         {"'code|'qty|'amount|'made|'posted", "'甲-01|3|1250000.5 @ #,##0.00|45418.29732638889 @ yyyy-mm-dd hh:mm:ss|TRUE",
+          "'乙-02||||FALSE"}},
+        {"select code from note where 1 = 0", {"'code"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.statement);
+        const CliRun run = runCli({"export", "--db", db_, "--out", out, QString::fromUtf8(c.statement)});
+        EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+        EXPECT_EQ(run.out + run.err, QString());  // no progress line where nobody watches
+        QStringList sheet;
+        for (const QStringList& row : testing::readSheet(out)) sheet << row.join(u'|');
+        EXPECT_EQ(sheet, c.sheet);
+    }
+}
+
+TEST_F(CliTest, ExportInterruptedLeavesNoFile) {
+    {
+        SqliteConnection conn(db_, SqliteConnection::OpenMode::CreateIfMissing);
+        conn.execute("create table note (n int, code nvarchar(20))");
+        conn.execute("insert into note values (1, N'甲')");
+        // 2^19 rows: an export that takes a while.
+        for (int i = 0; i < 19; ++i) conn.execute("insert into note select n + (select count(*) from note), code from note");
+    }
+    for (const int signal : {SIGINT, SIGTERM}) {
+        SCOPED_TRACE(strsignal(signal));
+        QProcess exporting;
+        exporting.start(QStringLiteral(KIVDB_CLI_PATH),
+                        {"export", "--db", db_, "--out", dir_.filePath("note.xlsx"), "select n, code, n, code from note"});
+        ASSERT_TRUE(exporting.waitForStarted());
+        QThread::msleep(500);
+        ::kill(pid_t(exporting.processId()), signal);
+        ASSERT_TRUE(exporting.waitForFinished(30000));
+        EXPECT_EQ(exporting.exitStatus(), QProcess::CrashExit);  // ended by the signal, as it was sent
+        EXPECT_EQ(QDir(dir_.path()).entryList(QDir::Files | QDir::Hidden).join(' ').toStdString(), "erp.kivdb");
+    }
+}
+
 TEST_F(CliTest, HelpVersionAndExportsAnswerOnStdout) {
     struct Case {
         QStringList args;
@@ -252,6 +301,7 @@ TEST_F(CliTest, HelpVersionAndExportsAnswerOnStdout) {
         {{"init", "--help"}, 0, "usage: kivdb init --db FILE .*", ""},
         {{"call", "--help"}, 0, "usage: kivdb call .*", ""},
         {{"exports", "--help"}, 0, "usage: kivdb exports \\[PATTERN\\]\n.*", ""},
+        {{"export", "--help"}, 0, "usage: kivdb export --db FILE --out PATH STATEMENT\n\n.*", ""},
         {{"--version"}, 0, "kivdb [0-9]+\\.[0-9]+\n", ""},
         {{"help", "drop"}, 2, "", "error: no such command: drop"},
         // A wildcard spans the whole name: SelTableIntegerValue2 is not listed.
@@ -285,6 +335,7 @@ TEST_F(CliTest, TranslatePrintsTheSqliteTextWithoutRunningIt) {
 TEST_F(CliTest, FailuresPrintOneErrorLineAndExitNonZero) {
     makeNoteDatabase();
     const QString missing = dir_.filePath(QStringLiteral("missing.kivdb"));
+    const QString out = dir_.filePath(QStringLiteral("out.xlsx"));
     struct Case {
         QStringList args;
         int exitCode;
@@ -297,6 +348,12 @@ TEST_F(CliTest, FailuresPrintOneErrorLineAndExitNonZero) {
         // A malformed command line is a usage error, told apart by its status.
         {{"sql", "select 1"}, 2, QStringLiteral("error: --db FILE is required")},
         {{"sql", "--db", db_}, 2, QStringLiteral("error: sql takes exactly one statement")},
+        {{"export", "--db", db_, "select 1"}, 2, QStringLiteral("error: --out PATH is required")},
+        {{"sql", "--db", db_, "--out", out, "select 1"}, 2, QStringLiteral("error: --out is for export")},
+        // The statement is refused before anything is written, in the database's words.
+        {{"export", "--db", db_, "--out", out, "select * from nosuch"}, 1, QStringLiteral("error: Invalid object name 'nosuch'.")},
+        {{"export", "--db", db_, "--out", dir_.filePath("nodir/x.xlsx"), "select * from note"}, 1,
+         QStringLiteral("error: ") + kSpreadsheetExportFailed},
         {{"drop", "--db", db_}, 2, QStringLiteral("error: unknown command drop")},
         {{}, 2, QStringLiteral("error: no command given")},
     };
@@ -308,6 +365,7 @@ TEST_F(CliTest, FailuresPrintOneErrorLineAndExitNonZero) {
         EXPECT_EQ(run.out, QString());
     }
     EXPECT_FALSE(QFileInfo::exists(missing));
+    EXPECT_FALSE(QFileInfo::exists(out));
 }
 
 }  // namespace

@@ -10,10 +10,14 @@
 #include "cli/usage.h"
 #include "platform/sqlite_connection.h"
 #include "platform/ui/library_setup.h"
+#include "presentation/spreadsheet_export.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>
+#include <csignal>
 #include <cstdio>
+#include <iterator>
+#include <unistd.h>
 
 namespace {
 
@@ -30,6 +34,7 @@ struct UsageError {
 struct CommandLine {
     QString database;
     QString schemaDir;
+    QString out;
     bool sample = false;
     bool translate = false;
     RowFormat format = RowFormat::Text;
@@ -56,6 +61,7 @@ CommandLine parseCommandLine(QStringList args) {
         else if (arg == QLatin1String("--help")) line.help = true;
         else if (arg == QLatin1String("--db")) valueOf(line.database);
         else if (arg == QLatin1String("--schema")) valueOf(line.schemaDir);
+        else if (arg == QLatin1String("--out")) valueOf(line.out);
         else if (arg == QLatin1String("--sample")) line.sample = true;
         else if (arg == QLatin1String("--translate")) {
             format(RowFormat::Text);
@@ -101,6 +107,49 @@ void runSql(const CommandLine& line) {
     std::fwrite(out.constData(), 1, size_t(out.size()), stdout);
 }
 
+volatile std::sig_atomic_t gInterrupt = 0;
+extern "C" void noteInterrupt(int signal) { gInterrupt = signal; }
+
+// While it lives, an interrupt or termination cancels the export (which then removes its
+// file) instead of ending the process; the process then ends by that signal as it would have.
+class InterruptCancels {
+public:
+    InterruptCancels() {
+        struct sigaction action = {};
+        action.sa_handler = noteInterrupt;
+        sigemptyset(&action.sa_mask);
+        for (size_t i = 0; i < std::size(kSignals); ++i) sigaction(kSignals[i], &action, &previous_[i]);
+    }
+    ~InterruptCancels() {
+        for (size_t i = 0; i < std::size(kSignals); ++i) sigaction(kSignals[i], &previous_[i], nullptr);
+        if (gInterrupt) raise(gInterrupt);
+    }
+    InterruptCancels(const InterruptCancels&) = delete;
+    InterruptCancels& operator=(const InterruptCancels&) = delete;
+
+private:
+    static constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
+    struct sigaction previous_[std::size(kSignals)];
+};
+
+// The rows of one statement to a spreadsheet file, counted on stderr when a person watches.
+void runExport(const CommandLine& line) {
+    if (line.positional.size() != 1) throw UsageError{QStringLiteral("export takes exactly one statement")};
+    if (line.out.isEmpty()) throw UsageError{QStringLiteral("--out PATH is required")};
+    if (line.sample || !line.schemaDir.isEmpty()) throw UsageError{QStringLiteral("--sample and --schema are for init")};
+    if (line.translate || line.format != RowFormat::Text) throw UsageError{QStringLiteral("export writes no rows to stdout")};
+    SqliteConnection conn(line.database, SqliteConnection::OpenMode::ExistingFile);
+    // Opened first, so a statement the database refuses says why.
+    const auto cursor = conn.openCursor(line.positional.front());
+    const bool terminal = isatty(STDERR_FILENO);
+    InterruptCancels interrupts;
+    kivdb::exportCursorToSpreadsheet(*cursor, line.out, [terminal](qint64 written, qint64) {
+        if (terminal) std::fprintf(stderr, "\rexported %lld rows", static_cast<long long>(written));
+        return gInterrupt == 0;
+    });
+    if (terminal) std::fputc('\n', stderr);
+}
+
 int runExports(const QStringList& args) {
     if (args == QStringList{QStringLiteral("--help")}) return printUsage(findCommand(QStringLiteral("exports")));
     if (args.size() > 1 || (!args.isEmpty() && args.front().startsWith(QLatin1String("--"))))
@@ -141,11 +190,13 @@ int run(QStringList args) {
     if (verb == QLatin1String("help")) return runHelp(args);
     if (verb == QLatin1String("call")) return runCall(args);
     if (verb == QLatin1String("exports")) return runExports(args);
-    if (verb != QLatin1String("init") && verb != QLatin1String("sql"))
+    if (verb != QLatin1String("init") && verb != QLatin1String("sql") && verb != QLatin1String("export"))
         throw UsageError{QStringLiteral("unknown command %1").arg(verb)};
     const CommandLine line = parseCommandLine(args);
     if (line.help) return printUsage(findCommand(verb));
+    if (!line.out.isEmpty() && verb != QLatin1String("export")) throw UsageError{QStringLiteral("--out is for export")};
     if (verb == QLatin1String("init")) runInit(line);
+    else if (verb == QLatin1String("export")) runExport(line);
     else runSql(line);
     return 0;
 }

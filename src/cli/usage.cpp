@@ -36,6 +36,17 @@ const Command kCommands[] = {
      "\n"
      "Values: dates yyyy-mm-dd hh:mm:ss[.mmm], binary 0x..., floats in the shortest\n"
      "form that reads back.\n"},
+    {"export", "run one T-SQL statement and write its rows to a spreadsheet file",
+     "kivdb export --db FILE --out PATH STATEMENT",
+     "Runs STATEMENT on the embedded database FILE and writes its rows to the spreadsheet\n"
+     "file PATH (.xlsx; an existing file is replaced): a header row of the column names,\n"
+     "then a row per result row. Numbers, dates and bit values are the spreadsheet's own\n"
+     "numbers, dates (the time shown when there is one) and TRUE/FALSE; money shows with\n"
+     "thousands grouped and two decimals; NULL is an empty cell.\n"
+     "\n"
+     "The file is written beside PATH and renamed into place when complete: on failure,\n"
+     "an interrupt (SIGINT, SIGTERM, SIGHUP) included, none is left and an existing file\n"
+     "stays. When stderr is a terminal, a line there counts the rows written.\n"},
     {"call", "call an export by name",
      "kivdb call [--db FILE | --url URL] [--trace] [--confirm yes|no] EXPORT [ARG...]",
      "Calls EXPORT (see kivdb exports) on the embedded database FILE or the connection URL\n"
@@ -49,7 +60,8 @@ const Command kCommands[] = {
      "as null.\n"
      "stderr, in order: SQL: and PROC: lines for what the library sends (with --trace),\n"
      "MSG hint|warn|error: for messages and CONFIRM: for questions, answered by --confirm\n"
-     "(default no). Errors print error: MESSAGE and exit with status 1.\n"},
+     "(default no). Errors print error: MESSAGE and exit with status 1; for an unknown\n"
+     "EXPORT the message ends with the nearest names.\n"},
     {"exports", "list the exports with their argument kinds", "kivdb exports [PATTERN]",
      "Lists the exports as the export table declares them, one per line:\n"
      "  NAME(PARAM: kind, ...) -> result [subsystem]<TAB>DESCRIPTION\n"

@@ -76,43 +76,40 @@ Value asDataType(const Value& value, DataType type, const QString& field) {
     }
 }
 
-// The parts of a numeric display format: digits required and allowed either side of the
-// point, and whether thousands are grouped.
-struct NumberPattern {
-    int minIntegerDigits = 0;
-    int minDecimals = 0;
-    int maxDecimals = 0;
-    bool grouped = false;
-    bool hasDigits = false;
-    bool hasPoint = false;
-};
-
 // What each character of a format means; any other is literal text.
 struct FormatChar {
     QChar ch;
-    void (*apply)(NumberPattern&, bool afterPoint);
+    void (*apply)(NumberFormat&, bool afterPoint);
 };
 const FormatChar kFormatChars[] = {
-    {u'0', [](NumberPattern& p, bool after) { p.hasDigits = true; after ? (++p.minDecimals, ++p.maxDecimals) : ++p.minIntegerDigits; }},
-    {u'#', [](NumberPattern& p, bool after) { p.hasDigits = true; if (after) ++p.maxDecimals; }},
-    {u',', [](NumberPattern& p, bool after) { if (!after) p.grouped = true; }},
-    {u'.', [](NumberPattern& p, bool) { p.hasPoint = true; }},
+    {u'0', [](NumberFormat& p, bool after) { p.hasDigits = true; after ? (++p.minDecimals, ++p.maxDecimals) : ++p.minIntegerDigits; }},
+    {u'#', [](NumberFormat& p, bool after) { p.hasDigits = true; if (after) ++p.maxDecimals; }},
+    {u',', [](NumberFormat& p, bool after) { if (!after) p.grouped = true; }},
+    {u'.', [](NumberFormat& p, bool) { p.hasPoint = true; }},
 };
 
 }  // namespace
 
-QString formatNumber(double value, const QString& format) {
-    NumberPattern pattern;
-    QString prefix, suffix;
+NumberFormat parseNumberFormat(const QString& format) {
+    NumberFormat pattern;
     for (const QChar c : format) {
         const auto* entry = std::find_if(std::begin(kFormatChars), std::end(kFormatChars),
                                          [c](const FormatChar& f) { return f.ch == c; });
         if (entry != std::end(kFormatChars) && !(entry->ch == u'.' && pattern.hasPoint)) {
             entry->apply(pattern, pattern.hasPoint);
         } else {
-            (pattern.hasDigits ? suffix : prefix) += c;
+            (pattern.hasDigits ? pattern.suffix : pattern.prefix) += c;
         }
     }
+    return pattern;
+}
+
+QString numericDisplayFormat(const QString& displayFormat, bool currency) {
+    return displayFormat.isEmpty() && currency ? QStringLiteral("#,##0.00") : displayFormat;
+}
+
+QString formatNumber(double value, const QString& format) {
+    const NumberFormat pattern = parseNumberFormat(format);
     if (!pattern.hasDigits) return format;
 
     QString digits = QString::number(std::abs(value), 'f', pattern.maxDecimals);
@@ -127,7 +124,7 @@ QString formatNumber(double value, const QString& format) {
     QString text = integer;
     // A point stays when no digit is left to show: zero through "#.##" shows as ".".
     if (!decimals.isEmpty() || (pattern.hasPoint && integer.isEmpty())) text += u'.' + decimals;
-    return (negative ? QStringLiteral("-") : QString()) + prefix + text + suffix;
+    return (negative ? QStringLiteral("-") : QString()) + pattern.prefix + text + pattern.suffix;
 }
 
 DataType dataTypeOf(FieldType type) {
@@ -180,8 +177,7 @@ QString Field::displayText() const { return displayText(asVariant()); }
 
 QString Field::displayText(const Value& value) const {
     if (!value.isValid()) return {};
-    static const QString currencyFormat = QStringLiteral("#,##0.00");
-    const QString& format = displayFormat.isEmpty() && currency ? currencyFormat : displayFormat;
+    const QString format = numericDisplayFormat(displayFormat, currency);
     switch (type_) {
     case DataType::String:
     case DataType::Boolean:

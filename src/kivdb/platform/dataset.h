@@ -87,6 +87,24 @@ private:
 // are kept as text. Zero through "#.##" shows as a bare ".".
 QString formatNumber(double value, const QString& format);
 
+// A numeric display format taken apart as formatNumber reads it: the digits required and
+// allowed either side of the point, grouping, and the text before the first digit
+// placeholder and after it. Without digit placeholders the format shows as it is.
+struct NumberFormat {
+    QString prefix, suffix;
+    int minIntegerDigits = 0;
+    int minDecimals = 0;
+    int maxDecimals = 0;
+    bool grouped = false;
+    bool hasDigits = false;
+    bool hasPoint = false;
+};
+NumberFormat parseNumberFormat(const QString& format);
+
+// The format a numeric field shows with: its own, else "#,##0.00" for a currency field;
+// empty when the value shows as it is.
+QString numericDisplayFormat(const QString& displayFormat, bool currency);
+
 // A row's identity, kept while the row lives: rows inserted or deleted before it leave it
 // valid. 0 is no bookmark.
 using Bookmark = quint64;
