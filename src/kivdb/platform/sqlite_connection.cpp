@@ -10,6 +10,7 @@
 
 #include <cctype>
 #include <cmath>
+#include <cstring>
 
 namespace kivdb {
 namespace {
@@ -195,6 +196,27 @@ bool wasPreparedAgain(sqlite3_stmt* stmt) { return sqlite3_stmt_status(stmt, SQL
 // Raised inside a run when a statement that changed nothing found the schema changed since
 // its text was translated: the run starts again from the translation.
 struct SchemaMoved {};
+
+// Raised before anything runs when a text with parameters for its literals must run with the
+// literals instead.
+struct LiteralsNeeded {};
+
+// Whether a result column is named after an expression holding a parameter: with the literal
+// in its place the name would show the literal.
+bool namesShowParameter(sqlite3_stmt* stmt) {
+    for (int i = 0, n = sqlite3_column_count(stmt); i < n; ++i)
+        if (std::strchr(sqlite3_column_name(stmt, i), '?')) return true;
+    return false;
+}
+
+// Binds the values of the literals a text holds as parameters ?1, ?2 ...
+void bindLiterals(sqlite3_stmt* stmt, const QStringList& values) {
+    if (sqlite3_bind_parameter_count(stmt) != values.size()) throw LiteralsNeeded();
+    for (int i = 0; i < int(values.size()); ++i) {
+        const QByteArray utf8 = values[i].toUtf8();
+        sqlite3_bind_text(stmt, i + 1, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+    }
+}
 
 // The rows a cursor reads when it opens, to settle the types of untyped columns.
 constexpr int kCursorFirstPage = 64;
@@ -384,7 +406,22 @@ TextOutcome SqliteConnection::run(const QString& sql) {
         const dialect::SqliteTranslation translation = translateTyped(sql);
         try {
             engineErrorsAsDatabaseErrors([&] {
-                runStatements(translation.sql.toUtf8(), outcome, mayRetry, translation.resultKinds, translation.resultScales);
+                // The literals as parameters: one prepared statement serves every value. A text
+                // of several statements, one SQLite refuses parameters in, or one whose column
+                // names would show them runs with its literals.
+                const QByteArray lifted = translation.parameterizedSql.toUtf8();
+                if (!lifted.isEmpty() && !literalsKept_.contains(lifted)) {
+                    try {
+                        runStatements(lifted, outcome, mayRetry, &translation.parameters, translation.resultKinds,
+                                      translation.resultScales);
+                        return;
+                    } catch (const LiteralsNeeded&) {
+                        if (literalsKept_.size() >= StatementCache::kCapacity * 8) literalsKept_.clear();
+                        literalsKept_.insert(lifted);
+                    }
+                }
+                runStatements(translation.sql.toUtf8(), outcome, mayRetry, nullptr, translation.resultKinds,
+                              translation.resultScales);
             });
         } catch (const SchemaMoved&) {
             continue;
@@ -403,9 +440,10 @@ TextOutcome SqliteConnection::run(const QString& sql) {
 // is money), as the T-SQL made them.
 // A text of one statement keeps it prepared for the next run of the same text. mayRetry lets
 // a statement that found the schema changed before anything was written end the run with
-// SchemaMoved, to be translated again.
+// SchemaMoved, to be translated again. With parameters, the text is one statement whose
+// parameters take those values; LiteralsNeeded before anything runs when it cannot be.
 void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcome, bool mayRetry,
-                                     const std::vector<dialect::ColumnKind>& lastResultKinds,
+                                     const QStringList* parameters, const std::vector<dialect::ColumnKind>& lastResultKinds,
                                      const std::vector<int>& lastResultScales) {
     const char* next = text.constData();
     const char* const end = next + text.size();
@@ -417,9 +455,22 @@ void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcom
             const bool atStart = first;
             sqlite3_stmt* kept = atStart ? statements_.take(text) : nullptr;
             const int definitionsBefore = definitionsPrepared_;
-            dialect::SqliteStatement stmt = kept ? dialect::SqliteStatement(db_, kept) : dialect::SqliteStatement(db_, next, end);
+            const auto prepare = [&] {
+                if (kept) return dialect::SqliteStatement(db_, kept);
+                if (!parameters) return dialect::SqliteStatement(db_, next, end);
+                try {
+                    return dialect::SqliteStatement(db_, next, end);
+                } catch (const dialect::EngineError&) {
+                    throw LiteralsNeeded();
+                }
+            };
+            dialect::SqliteStatement stmt = prepare();
             if (kept) next = end;
             if (!stmt) continue;
+            if (parameters) {
+                if (!kept && (!onlyBlanks(next, end) || namesShowParameter(stmt.get()))) throw LiteralsNeeded();
+                bindLiterals(stmt.get(), *parameters);
+            }
             // Only a text that is one statement is kept, and not one that defines something.
             const bool keep = kept || (atStart && onlyBlanks(next, end) && definitionsPrepared_ == definitionsBefore);
             sqlite3_stmt* s = stmt.get();

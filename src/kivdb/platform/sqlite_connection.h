@@ -4,6 +4,7 @@
 #include "dialect/sqlite_catalog.h"
 #include "platform/connection.h"
 
+#include <QSet>
 #include <QStringList>
 #include "connection_support.h"  // internal to the platform: by file name
 #include "statement_cache.h"
@@ -56,7 +57,7 @@ protected:
 private:
     TextOutcome run(const QString& sql);
     dialect::SqliteTranslation translateTyped(const QString& tsql);
-    void runStatements(const QByteArray& text, TextOutcome& outcome, bool mayRetry,
+    void runStatements(const QByteArray& text, TextOutcome& outcome, bool mayRetry, const QStringList* parameters,
                        const std::vector<dialect::ColumnKind>& lastResultKinds = {},
                        const std::vector<int>& lastResultScales = {});
     void forgetStaleTranslations();
@@ -69,6 +70,8 @@ private:
     dialect::TranslationCache translations_;
     // Single statements by their SQLite text, for the current schema.
     StatementCache statements_;
+    // Texts with parameters for their literals that run with the literals instead (see run).
+    QSet<QByteArray> literalsKept_;
     qint64 schemaVersions_ = -1;            // main and temp schema versions the caches were built on
     // The caches are trusted without reading the schema versions until something says the
     // schema may have moved: a definition prepared here, a statement SQLite had to prepare

@@ -203,6 +203,44 @@ TEST_F(SqliteConnectionTest, KeptTranslationsFollowSchemaChanges) {
     }
 }
 
+// A statement whose shape the connection has run before with other literals answers what a
+// connection that never saw the shape answers: the same rows, columns and column names.
+TEST_F(SqliteConnectionTest, StatementsOfOneShapeAnswerForTheirOwnLiterals) {
+    conn_->execute("insert into note (code, qty) values ('A1', 5); insert into note (code, qty) values ('B2', 7)");
+    struct Case {
+        const char* before;  // run first, on the same connection
+        const char* statement;
+    } cases[] = {
+        {"select qty from note where code = 'A1'", "select qty from note where code = 'B2'"},
+        {"select qty from note where code = 'A1'", "select qty from note where code = 'C3'"},
+        // A literal in the select list names its column.
+        {"select 'x1' + code from note where code = 'A1'", "select 'y2' + code from note where code = 'B2'"},
+        // Compared with a number, the text is converted when the statement is translated.
+        {"select code from note where qty = 'abc'", "select code from note where qty = '7'"},
+        {"select code from note where code like 'Z9'", "select code from note where code like 'B%'"},
+        {"update note set made = 'soon' where code = 'Q1'", "select code, made from note where code = 'A1'"},
+        {"select count(*) from note where code = 'A1' or code = 'Q1'", "select count(*) from note where code = 'A1' or code = 'B2'"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.statement);
+        try {
+            conn_->query(c.before);
+        } catch (const DatabaseError&) {
+            // Only its shape matters.
+        }
+        SqliteConnection fresh(db_.path, SqliteConnection::OpenMode::ExistingFile);
+        const RowSet expected = fresh.query(c.statement);
+        const RowSet rows = conn_->query(c.statement);
+        ASSERT_EQ(rows.columns.size(), expected.columns.size());
+        for (size_t i = 0; i < rows.columns.size(); ++i) {
+            EXPECT_EQ(rows.columns[i].name, expected.columns[i].name);
+            EXPECT_EQ(rows.columns[i].type, expected.columns[i].type);
+        }
+        EXPECT_EQ(rows.rows, expected.rows);
+        EXPECT_FALSE(statementsLeft());
+    }
+}
+
 TEST_F(SqliteConnectionTest, TwoConnectionsToOneFileTakeTurns) {
     auto other = Connection::open(QStringLiteral("sqlite:") + db_.path);
     conn_->begin();
