@@ -6,6 +6,7 @@
 #include "dialect/tsql_parser.h"
 
 #include <QRegularExpression>
+#include <algorithm>
 #include <sqlite3.h>
 
 namespace kivdb::dialect {
@@ -74,18 +75,192 @@ QStringList splitBatches(const QString& script) {
     return batches;
 }
 
+namespace {
+
+constexpr qsizetype kEntryOverhead = 128;  // a hash node's own share
+
+qsizetype entryBytes(const QString& tsql, const SqliteTranslation& translation) {
+    return (tsql.size() + translation.sql.size()) * qsizetype(sizeof(QChar)) +
+           qsizetype(translation.resultKinds.size() * sizeof(ColumnKind) + translation.resultScales.size() * sizeof(int)) +
+           kEntryOverhead;
+}
+
+qsizetype templateBytes(const QString& shape, const TranslationCache::Template& t) {
+    qsizetype chars = shape.size();
+    for (const QString& piece : t.pieces) chars += piece.size();
+    return chars * qsizetype(sizeof(QChar)) +
+           qsizetype(t.holes.size() * sizeof(int) + t.resultKinds.size() * sizeof(ColumnKind) + t.resultScales.size() * sizeof(int)) +
+           kEntryOverhead;
+}
+
+// Stands for a lifted literal in a shape; the tokenizer refuses it outside a literal.
+constexpr QChar kHole = QChar(1);
+
+// A statement with its liftable literals taken out: the texts around them and their values.
+struct Shape {
+    QStringList around;
+    QStringList literals;
+    QString key() const { return around.join(kHole); }
+};
+
+// False for a text no number reading takes (most names and codes), without reading it as one.
+bool mayBeNumber(const QString& v) {
+    for (const QChar c : v)
+        if (!c.isDigit() && !c.isSpace() && c != u'+' && c != u'-' && c != u'.' && c != u'e' && c != u'E')
+            return v.contains(QLatin1String("inf"), Qt::CaseInsensitive) || v.contains(QLatin1String("nan"), Qt::CaseInsensitive);
+    return true;
+}
+
+// A plain text literal whose value no translation reads: not a number, a truth value or
+// blank (converted where a number is wanted), no like pattern, no quote or control character.
+bool liftable(const Token& t) {
+    if (t.type != TokenType::String || t.national) return false;
+    const QString v = t.text.trimmed();
+    bool number = false;
+    if (mayBeNumber(v)) v.toDouble(&number);
+    if (v.isEmpty() || number || v.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0 ||
+        v.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0)
+        return false;
+    for (const QChar c : t.text)
+        if (c == u'%' || c == u'_' || c == u'[' || c == u']' || c == u'\'' || c.unicode() < 0x20) return false;
+    return true;
+}
+
+// The shape of a select, insert, update or delete with liftable literals, all different (the
+// translator compares equal literals, as grouping does); nothing for any other text.
+std::optional<Shape> shapeOf(const QString& tsql) {
+    try {
+        Lexer lexer(tsql);
+        Token t = lexer.next();
+        if (!t.isKeyword("select") && !t.isKeyword("insert") && !t.isKeyword("update") && !t.isKeyword("delete"))
+            return std::nullopt;
+        Shape shape;
+        int copied = 0;
+        for (; t.type != TokenType::End; t = lexer.next()) {
+            if (!liftable(t)) continue;
+            if (shape.literals.contains(t.text)) return std::nullopt;
+            shape.around << tsql.mid(copied, t.begin - copied);
+            shape.literals << t.text;
+            copied = t.end;
+        }
+        if (shape.literals.isEmpty()) return std::nullopt;
+        shape.around << tsql.mid(copied);
+        return shape;
+    } catch (const SqlError&) {
+        return std::nullopt;  // the translation reports it
+    }
+}
+
+QString marker(qsizetype slot) { return kHole + QString::number(slot) + kHole; }
+
+SqliteTranslation fill(const TranslationCache::Template& t, const QStringList& literals) {
+    SqliteTranslation out{t.pieces.front(), t.resultKinds, t.resultScales, t.pieces.front(), {}};
+    for (size_t i = 0; i < t.holes.size(); ++i) {
+        const QString& piece = t.pieces[qsizetype(i) + 1];
+        const QString& literal = literals[t.holes[i]];
+        out.sql += QLatin1Char('\'') + literal + QLatin1Char('\'') + piece;
+        out.parameterizedSql += QLatin1Char('?') + QString::number(i + 1) + piece;
+        out.parameters << literal;
+    }
+    return out;
+}
+
+// The shape translated with a marker for each literal; lifted when the markers come out as
+// literals copied into the text and putting the statement's own literals back gives exactly
+// its translation.
+TranslationCache::Template templateOf(const Shape& shape, const SqliteTranslation& translation, const Catalog& catalog) {
+    TranslationCache::Template t;
+    QString marked = shape.around.front();
+    for (qsizetype i = 0; i < shape.literals.size(); ++i)
+        marked += QLatin1Char('\'') + marker(i) + QLatin1Char('\'') + shape.around[i + 1];
+    SqliteTranslation withMarkers;
+    try {
+        withMarkers = translateForSqlite(marked, catalog);
+    } catch (const SqlError&) {
+        return t;
+    }
+    const QString& s = withMarkers.sql;
+    std::vector<int> uses(size_t(shape.literals.size()), 0);
+    qsizetype from = 0;
+    for (qsizetype i = s.indexOf(kHole); i >= 0; i = s.indexOf(kHole, from)) {
+        const qsizetype close = s.indexOf(kHole, i + 1);
+        bool number = false;
+        const int slot = close < 0 ? -1 : s.mid(i + 1, close - i - 1).toInt(&number);
+        if (!number || slot < 0 || slot >= shape.literals.size() || i == 0 || s[i - 1] != u'\'' || close + 1 >= s.size() ||
+            s[close + 1] != u'\'')
+            return t;
+        t.pieces << s.mid(from, i - 1 - from);
+        t.holes.push_back(slot);
+        ++uses[size_t(slot)];
+        from = close + 2;
+    }
+    t.pieces << s.mid(from);
+    if (std::find(uses.begin(), uses.end(), 0) != uses.end()) return t;
+    t.resultKinds = withMarkers.resultKinds;
+    t.resultScales = withMarkers.resultScales;
+    const SqliteTranslation again = fill(t, shape.literals);
+    t.lifted = again.sql == translation.sql && again.resultKinds == translation.resultKinds &&
+               again.resultScales == translation.resultScales;
+    return t;
+}
+
+}  // namespace
+
+std::optional<SqliteTranslation> TranslationCache::find(const QString& tsql) const {
+    if (const auto it = entries_.constFind(tsql); it != entries_.constEnd()) return *it;
+    const std::optional<Shape> shape = shapeOf(tsql);
+    if (!shape) return std::nullopt;
+    const auto it = shapes_.constFind(shape->key());
+    if (it == shapes_.constEnd() || !it->lifted) return std::nullopt;
+    return fill(*it, shape->literals);
+}
+
+void TranslationCache::forget(const QString& tsql) {
+    if (const auto it = entries_.constFind(tsql); it != entries_.constEnd()) {
+        bytes_ -= entryBytes(tsql, *it);
+        entries_.erase(it);
+    }
+    const std::optional<Shape> shape = shapeOf(tsql);
+    if (!shape) return;
+    const QString key = shape->key();
+    if (const auto it = shapes_.constFind(key); it != shapes_.constEnd()) {
+        bytes_ -= templateBytes(key, *it);
+        shapes_.erase(it);
+    }
+}
+
 SqliteTranslation TranslationCache::translateTyped(const QString& tsql, const Catalog& catalog) {
     if (auto it = entries_.constFind(tsql); it != entries_.constEnd()) return *it;
+    const std::optional<Shape> shape = shapeOf(tsql);
+    const QString key = shape ? shape->key() : QString();
+    if (shape)
+        if (const auto it = shapes_.constFind(key); it != shapes_.constEnd() && it->lifted) return fill(*it, shape->literals);
     SqliteTranslation translation = translateForSqlite(tsql, catalog);
-    // Both texts, the kinds and the hash node's own share.
-    constexpr qsizetype kEntryOverhead = 128;
-    const qsizetype entryBytes = (tsql.size() + translation.sql.size()) * qsizetype(sizeof(QChar)) +
-                                 qsizetype(translation.resultKinds.size() * sizeof(ColumnKind) + translation.resultScales.size() * sizeof(int)) + kEntryOverhead;
-    if (entryBytes > kMaxBytes) return translation;
-    if (bytes_ + entryBytes > kMaxBytes) clear();
-    entries_.insert(tsql, translation);
-    bytes_ += entryBytes;
+    if (shape && !shapes_.contains(key)) {
+        Template t = templateOf(*shape, translation, catalog);
+        if (t.lifted) translation = fill(t, shape->literals);  // the same text, with its parameters
+        const bool lifted = t.lifted;
+        keepShape(key, std::move(t));
+        if (lifted) return translation;
+    }
+    keep(tsql, translation);
     return translation;
+}
+
+void TranslationCache::keep(const QString& tsql, const SqliteTranslation& translation) {
+    const qsizetype size = entryBytes(tsql, translation);
+    if (size > kMaxBytes) return;
+    if (bytes_ + size > kMaxBytes) clear();
+    entries_.insert(tsql, translation);
+    bytes_ += size;
+}
+
+void TranslationCache::keepShape(const QString& shape, Template shapeTemplate) {
+    const qsizetype size = templateBytes(shape, shapeTemplate);
+    if (size > kMaxBytes) return;
+    if (bytes_ + size > kMaxBytes) clear();
+    shapes_.insert(shape, std::move(shapeTemplate));
+    bytes_ += size;
 }
 
 QString quotedExcerpt(const QString& text) {

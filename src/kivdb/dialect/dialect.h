@@ -82,6 +82,11 @@ struct SqliteTranslation {
     // Digits after the point of money and decimal result columns, as the server shows
     // them; -1 for other columns and when unknown.
     std::vector<int> resultScales;
+    // For a translation made from a kept shape: the same text with each lifted literal as the
+    // parameter ?1, ?2 ... in the order they appear in it, and the values to bind (unquoted);
+    // empty otherwise.
+    QString parameterizedSql = {};
+    QStringList parameters = {};
 };
 SqliteTranslation translateForSqlite(const QString& tsql, const Catalog& catalog);
 
@@ -100,25 +105,46 @@ void registerRuntime(sqlite3* db);
 // blanks and "--" comments are dropped.
 QStringList splitBatches(const QString& script);
 
-// Translations by statement text, so a statement that repeats is parsed once. Clear it
-// when the schema changes: a translation depends on the column types it saw. The texts it
-// holds stay under kMaxBytes: it starts afresh when full, and a statement too large for it
-// is translated every time.
+// Translations by statement text, so a statement that repeats is parsed once. A select,
+// insert, update or delete whose plain text literals the translation only copies is kept by
+// its shape instead: statements that differ in those literals alone share one translation,
+// the literals put back in. Clear it when the schema changes: a translation depends on the
+// column types it saw. The texts it holds stay under kMaxBytes: it starts afresh when full,
+// and a statement too large for it is translated every time.
 class TranslationCache {
 public:
     static constexpr qsizetype kMaxBytes = 32 * 1024 * 1024;
 
     QString translate(const QString& tsql, const Catalog& catalog) { return translateTyped(tsql, catalog).sql; }
     SqliteTranslation translateTyped(const QString& tsql, const Catalog& catalog);
+    // The translation kept for the text or its shape, if any. Never throws.
+    std::optional<SqliteTranslation> find(const QString& tsql) const;
+    // Drops the text's translation and its shape's, so the next use translates it again.
+    void forget(const QString& tsql);
     void clear() {
         entries_.clear();
+        shapes_.clear();
         bytes_ = 0;
     }
-    int size() const { return int(entries_.size()); }
+    int size() const { return int(entries_.size() + shapes_.size()); }
     qsizetype bytes() const { return bytes_; }
 
+    // A translation with its literals left out: the texts around them, and which literal
+    // goes after each text. One that is not lifted says the shape is translated by its text.
+    struct Template {
+        bool lifted = false;
+        QStringList pieces;
+        std::vector<int> holes;
+        std::vector<ColumnKind> resultKinds;
+        std::vector<int> resultScales;
+    };
+
 private:
+    void keep(const QString& tsql, const SqliteTranslation& translation);
+    void keepShape(const QString& shape, Template shapeTemplate);
+
     QHash<QString, SqliteTranslation> entries_;
+    QHash<QString, Template> shapes_;
     qsizetype bytes_ = 0;
 };
 

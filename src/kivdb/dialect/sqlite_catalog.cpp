@@ -66,7 +66,10 @@ void createSysobjects(sqlite3* db) {
 
 std::optional<std::vector<CatalogColumn>> SqliteCatalog::tableColumns(const QString& table) const {
     const QString key = table.toLower();
-    if (auto it = cache_.constFind(key); it != cache_.constEnd()) return *it;
+    if (auto it = cache_.constFind(key); it != cache_.constEnd()) {
+        if (!*it) ++absentAnswers_;
+        return *it;
+    }
     if (key == QLatin1String("sysobjects")) createSysobjects(db_);
 
     std::optional<std::vector<CatalogColumn>> result;
@@ -86,6 +89,7 @@ std::optional<std::vector<CatalogColumn>> SqliteCatalog::tableColumns(const QStr
         // An engine that fails to answer ends the list where it stopped.
     }
     if (!columns.empty()) result = std::move(columns);
+    else ++absentAnswers_;
     cache_.insert(key, result);
     return result;
 }

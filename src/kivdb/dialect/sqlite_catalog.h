@@ -35,10 +35,14 @@ public:
     std::optional<std::vector<CatalogColumn>> tableColumns(const QString& table) const override;
     // Forget what was read; call after the schema changed.
     void invalidate() { cache_.clear(); }
+    // How many times it answered that there is no such table, so a caller can tell a
+    // translation that relied on a table being absent.
+    int absentAnswers() const { return absentAnswers_; }
 
 private:
     sqlite3* db_;
     mutable QHash<QString, std::optional<std::vector<CatalogColumn>>> cache_;
+    mutable int absentAnswers_ = 0;
 };
 
 }  // namespace kivdb::dialect

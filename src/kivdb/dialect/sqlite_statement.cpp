@@ -40,6 +40,8 @@ SqliteStatement::SqliteStatement(sqlite3* db, const char* sql) : db_(db) {
 
 SqliteStatement::~SqliteStatement() { sqlite3_finalize(stmt_); }
 
+sqlite3_stmt* SqliteStatement::release() { return std::exchange(stmt_, nullptr); }
+
 SqliteStatement::SqliteStatement(SqliteStatement&& other) noexcept
     : db_(other.db_), stmt_(std::exchange(other.stmt_, nullptr)) {}
 

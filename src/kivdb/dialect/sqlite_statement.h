@@ -35,8 +35,13 @@ public:
     SqliteStatement(SqliteStatement&& other) noexcept;
     SqliteStatement& operator=(SqliteStatement&& other) noexcept;
 
+    // Takes over a statement prepared before (one kept for reuse), to finalize or release.
+    SqliteStatement(sqlite3* db, sqlite3_stmt* prepared) : db_(db), stmt_(prepared) {}
+
     explicit operator bool() const { return stmt_ != nullptr; }
     sqlite3_stmt* get() const { return stmt_; }
+    // Hands the statement over to the caller, who finalizes it.
+    sqlite3_stmt* release();
 
     // Parameters count from 1, as in the text (?1).
     void bind(int index, const QString& text);

@@ -830,6 +830,59 @@ TEST(TsqlCache, RepeatedStatementIsTranslatedOnce) {
     EXPECT_EQ(cache.translateTyped(sql, db.catalog()).resultKinds, std::vector<ColumnKind>{ColumnKind::Integer});
 }
 
+// A statement translated after another of the same shape gets the translation it would get
+// alone: where a literal's value changes the translation, the kept one is not reused.
+TEST(TsqlCache, ShapeSharedOnlyWhereLiteralsAreCopied) {
+    SqliteTestDb db;
+    db.run("create table Part (Code varchar(10), Qty int, Active bit, Name nvarchar(20), Made datetime)");
+    db.run("create table Stock (Code varchar(10), Store varchar(10))");
+    struct Case {
+        const char* first;
+        const char* second;
+        bool shared;  // one kept translation serves both
+    } cases[] = {
+        {"select Name from Part where Code = 'A1'", "select Name from Part where Code = 'B22'", true},
+        {"select Name from Part where Code = 'A1' and Made > 'x'", "select Name from Part where Code = 'B2' and Made > '2024-01-02'", true},
+        // Text compared with a number is converted when the translation is made.
+        {"select Code from Part where Qty = 'abc'", "select Code from Part where Qty = '12'", false},
+        {"select Code from Part where Qty = 'abc'", "select Code from Part where Qty = ' '", false},
+        {"select Code from Part where Active = 'yes'", "select Code from Part where Active = 'true'", false},
+        {"select Code from Part where Code like 'ab'", "select Code from Part where Code like 'a%'", false},
+        {"select Code from Part where Code like 'ab'", "select Code from Part where Code like '[ab]c'", false},
+        // A quoted alias is a name, not a value.
+        {"select 'Label' = Name from Part", "select 'Other' = Name from Part", false},
+        {"select Code 'Label' from Part", "select Code 'Other' from Part", false},
+        // Equal literals are compared by grouping.
+        {"select 'a1', count(*) from Part group by Code, 'b1'", "select 'a1', count(*) from Part group by Code, 'a1'", false},
+        {"select Name from Part where Name = N'A1'", "select Name from Part where Name = N'B1'", false},
+        {"select Name from Part where Code = 'A1' and Code <> 'A''1'", "select Name from Part where Code = 'A1' and Code <> 'B1'", false},
+        {"select p.Name from Part p, Stock s where p.Code *= s.Code and s.Store = 'S1'",
+         "select p.Name from Part p, Stock s where p.Code *= s.Code and s.Store = 'S2'", true},
+        {"insert into Stock (Code, Store) values ('A1', 'S1')", "insert into Stock (Code, Store) values ('B1', 'S2')", true},
+        {"update Part set Name = 'x' where Code = 'A1'; select Qty from Part where Code = 'B1'",
+         "update Part set Name = 'y' where Code = 'A2'; select Qty from Part where Code = 'B2'", true},
+    };
+    for (const Case& c : cases) {
+        TranslationCache cache;
+        EXPECT_EQ(cache.translateTyped(c.first, db.catalog()).sql, translateForSqlite(c.first, db.catalog()).sql) << c.first;
+        const SqliteTranslation alone = translateForSqlite(c.second, db.catalog());
+        const SqliteTranslation cached = cache.translateTyped(c.second, db.catalog());
+        EXPECT_EQ(cached.sql, alone.sql) << c.second;
+        EXPECT_EQ(cached.resultKinds, alone.resultKinds) << c.second;
+        EXPECT_EQ(cache.size() == 1, c.shared) << c.second;
+        // The same text with the literals as parameters: binding them gives the translation.
+        QString bound = cached.parameterizedSql;
+        for (qsizetype i = cached.parameters.size(); i > 0; --i)
+            bound.replace(QStringLiteral("?%1").arg(i), QLatin1Char('\'') + cached.parameters[i - 1] + QLatin1Char('\''));
+        if (c.shared) EXPECT_EQ(bound, alone.sql) << c.second;
+        if (c.shared) EXPECT_FALSE(cached.parameters.isEmpty()) << c.second;
+        ASSERT_TRUE(cache.find(c.second));
+        EXPECT_EQ(cache.find(c.second)->sql, alone.sql) << c.second;
+        cache.forget(c.second);
+        EXPECT_FALSE(cache.find(c.second)) << c.second;
+    }
+}
+
 TEST(TsqlCache, HoldsTextsUpToItsBound) {
     SqliteTestDb db;
     TranslationCache cache;

@@ -2,6 +2,7 @@
 #include "platform/message_sink.h"
 #include "platform/oledate.h"
 #include "platform/sqlite_connection.h"
+#include "testing/sqlite_database.h"
 #include "testing/test_database.h"
 
 #include <gtest/gtest.h>
@@ -103,7 +104,7 @@ TEST(SingleValueQueries, ErrorsReachTheCallerAndLeaveNoStatementOpen) {
     };
     for (const auto& call : failing) {
         EXPECT_THROW(call(), std::exception);
-        EXPECT_EQ(sqlite3_next_stmt(db, nullptr), nullptr);
+        EXPECT_FALSE(testing::statementRunning(db));
     }
     EXPECT_EQ(SelTableIntValue(*conn, "select Qty from T where Code = 'A'"), 7);
 }

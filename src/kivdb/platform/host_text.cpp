@@ -45,13 +45,27 @@ qsizetype gb18030SequenceAt(QByteArrayView bytes, qsizetype i) {
     return 0;
 }
 
+// Opening the converter by name costs more than converting a short value, so each thread
+// keeps one of each, its state cleared before every use.
+QStringDecoder& gb18030Decoder() {
+    thread_local QStringDecoder decoder("GB18030", QStringConverter::Flag::Stateless);
+    decoder.resetState();
+    return decoder;
+}
+
+QStringEncoder& gb18030Encoder() {
+    thread_local QStringEncoder encoder("GB18030", QStringConverter::Flag::Stateless);
+    encoder.resetState();
+    return encoder;
+}
+
 QString decodeGb18030(QByteArrayView bytes) {
     QString text;
     qsizetype start = 0;
     // Runs between euro bytes go through the converter whole.
     auto decodeRun = [&](qsizetype end) {
         if (end == start) return;
-        QStringDecoder decoder("GB18030", QStringConverter::Flag::Stateless);
+        QStringDecoder& decoder = gb18030Decoder();
         text += decoder.decode(bytes.sliced(start, end - start));
         if (decoder.hasError()) refuseBytes("GB18030", bytes, -1);
     };
@@ -75,8 +89,7 @@ QByteArray encodeGb18030(const QString& text) {
     qsizetype start = 0;
     auto encodeRun = [&](qsizetype end) {
         if (end == start) return;
-        QStringEncoder encoder("GB18030", QStringConverter::Flag::Stateless);
-        bytes += encoder.encode(view.sliced(start, end - start));
+        bytes += gb18030Encoder().encode(view.sliced(start, end - start));
     };
     for (qsizetype i = 0; i < view.size(); ++i) {
         if (view[i] != kEuro) continue;

@@ -488,8 +488,19 @@ const dialect::Catalog& OdbcConnection::catalog() {
 QString OdbcConnection::serverText(const QString& sql) {
     const auto turn = lock();
     if (outerJoinMode_ == OuterJoinMode::Legacy || !dialect::hasOldOuterJoin(sql)) return sql;
+    if (const auto kept = rewrites_.constFind(sql); kept != rewrites_.constEnd()) return *kept;
     try {
-        return dialect::rewriteOuterJoins(sql, catalog());
+        QString rewritten = dialect::rewriteOuterJoins(sql, catalog());
+        const qsizetype bytes = (sql.size() + rewritten.size()) * qsizetype(sizeof(QChar));
+        if (rewriteBytes_ + bytes > kMaxRewriteBytes) {
+            rewrites_.clear();
+            rewriteBytes_ = 0;
+        }
+        if (bytes <= kMaxRewriteBytes) {
+            rewrites_.insert(sql, rewritten);
+            rewriteBytes_ += bytes;
+        }
+        return rewritten;
     } catch (const dialect::SqlError& e) {
         throw DatabaseError(QString::fromUtf8(e.what()), e.kind());
     }

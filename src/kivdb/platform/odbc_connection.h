@@ -10,6 +10,7 @@
 #include "platform/connection.h"
 #include "platform/connection_support.h"
 
+#include <QHash>
 #include <memory>
 #include <optional>
 
@@ -77,6 +78,10 @@ private:
     OuterJoinMode outerJoinMode_ = OuterJoinMode::Legacy;
     QString outerJoinModeReason_;
     std::unique_ptr<OdbcCatalog> catalog_;  // read lazily, for the ANSI rewrite only
+    // Rewritten texts by their text, for as long as the catalog is kept; emptied past kMaxRewriteBytes.
+    QHash<QString, QString> rewrites_;
+    qsizetype rewriteBytes_ = 0;
+    static constexpr qsizetype kMaxRewriteBytes = 4 * 1024 * 1024;
     OdbcCursor* openCursor_ = nullptr;      // the cursor whose result the connection carries
 };
 

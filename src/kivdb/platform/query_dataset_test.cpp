@@ -2,6 +2,7 @@
 
 #include "platform/sqlite_connection.h"
 #include "platform/string_list.h"
+#include "testing/sqlite_database.h"
 #include "testing/test_database.h"
 
 #include <gtest/gtest.h>
@@ -31,7 +32,7 @@ protected:
         for (ds.first(); !ds.eof(); ds.next()) all << ds.fieldByName("code").asString() + u'=' + ds.fieldByName("qty").asString();
         return all.join(u',');
     }
-    bool statementsLeft() { return sqlite3_next_stmt(static_cast<SqliteConnection&>(*conn_).handle(), nullptr) != nullptr; }
+    bool statementsLeft() { return testing::statementRunning(static_cast<SqliteConnection&>(*conn_).handle()); }
 
     std::unique_ptr<Connection> conn_;
 };

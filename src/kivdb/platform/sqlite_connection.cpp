@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <cstring>
 
 namespace kivdb {
 namespace {
@@ -204,6 +205,35 @@ RowSet readRows(dialect::SqliteStatement& statement, const std::vector<dialect::
     return rows;
 }
 
+// True once SQLite has prepared the statement again since last asked, which it does when the
+// schema changed under it (another connection's change shows up only this way).
+bool wasPreparedAgain(sqlite3_stmt* stmt) { return sqlite3_stmt_status(stmt, SQLITE_STMTSTATUS_REPREPARE, 1) > 0; }
+
+// Raised inside a run when a statement that changed nothing found the schema changed since
+// its text was translated: the run starts again from the translation.
+struct SchemaMoved {};
+
+// Raised before anything runs when a text with parameters for its literals must run with the
+// literals instead.
+struct LiteralsNeeded {};
+
+// Whether a result column is named after an expression holding a parameter: with the literal
+// in its place the name would show the literal.
+bool namesShowParameter(sqlite3_stmt* stmt) {
+    for (int i = 0, n = sqlite3_column_count(stmt); i < n; ++i)
+        if (std::strchr(sqlite3_column_name(stmt, i), '?')) return true;
+    return false;
+}
+
+// Binds the values of the literals a text holds as parameters ?1, ?2 ...
+void bindLiterals(sqlite3_stmt* stmt, const QStringList& values) {
+    if (sqlite3_bind_parameter_count(stmt) != values.size()) throw LiteralsNeeded();
+    for (int i = 0; i < int(values.size()); ++i) {
+        const QByteArray utf8 = values[i].toUtf8();
+        sqlite3_bind_text(stmt, i + 1, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+    }
+}
+
 // The rows a cursor reads when it opens, to settle the types of untyped columns.
 constexpr int kCursorFirstPage = 64;
 
@@ -241,6 +271,8 @@ public:
         return page;
     }
     bool atEnd() const override { return ahead_.empty() && !stmt_; }
+    // Whether SQLite prepared the statement again when it opened: the schema had changed.
+    bool reprepared() const { return reprepared_; }
 
 private:
     void typeByFirstValue(const std::vector<Value>& row) {
@@ -254,7 +286,9 @@ private:
     void step(int maxRows, std::vector<std::vector<Value>>& rows) {
         const auto turn = conn_.lock();
         try {
-            if (engineErrorsAsDatabaseErrors([&] { return stepRows(*stmt_, maxRows, rows); })) stmt_.reset();
+            const bool done = engineErrorsAsDatabaseErrors([&] { return stepRows(*stmt_, maxRows, rows); });
+            reprepared_ = reprepared_ || wasPreparedAgain(stmt_->get());
+            if (done) stmt_.reset();
         } catch (...) {
             stmt_.reset();
             throw;
@@ -265,6 +299,7 @@ private:
     std::unique_ptr<dialect::SqliteStatement> stmt_;
     std::vector<std::vector<Value>> ahead_;
     std::vector<size_t> untypedNulls_;  // columns without a type, null in every row so far
+    bool reprepared_ = false;
 };
 
 }
@@ -315,12 +350,29 @@ qint64 pragmaValue(sqlite3* db, const char* pragma) {
 }  // namespace
 
 SqliteConnection::SqliteConnection(const QString& path, OpenMode mode)
-    : db_(openDatabase(path, mode)), catalog_(db_) {}
+    : db_(openDatabase(path, mode)), catalog_(db_) {
+    sqlite3_set_authorizer(db_, &SqliteConnection::authorize, this);
+}
 
 SqliteConnection::~SqliteConnection() {
+    statements_.clear();
     // A transaction the host left open is rolled back by closing, as a dropped server
     // connection would.
     sqlite3_close_v2(db_);
+}
+
+// Sees every statement as SQLite prepares it; allows all, and counts those that change
+// what tables, views and columns there are (temporary ones included).
+int SqliteConnection::authorize(void* self, int action, const char*, const char*, const char*, const char*) {
+    switch (action) {
+    case SQLITE_CREATE_TABLE: case SQLITE_CREATE_TEMP_TABLE: case SQLITE_CREATE_VIEW: case SQLITE_CREATE_TEMP_VIEW:
+    case SQLITE_DROP_TABLE: case SQLITE_DROP_TEMP_TABLE: case SQLITE_DROP_VIEW: case SQLITE_DROP_TEMP_VIEW:
+    case SQLITE_ALTER_TABLE: case SQLITE_ATTACH: case SQLITE_DETACH: case SQLITE_CREATE_VTABLE: case SQLITE_DROP_VTABLE:
+        ++static_cast<SqliteConnection*>(self)->definitionsPrepared_;
+        break;
+    default: break;
+    }
+    return SQLITE_OK;
 }
 
 bool SqliteConnection::inTransaction() const { return sqlite3_get_autocommit(db_) == 0; }
@@ -350,16 +402,26 @@ void SqliteConnection::forgetStaleTranslations() {
     // Both schema versions in one number; a change to either means tables came or went.
     const qint64 versions = (pragmaValue(db_, "PRAGMA schema_version") << 32) ^
                             pragmaValue(db_, "PRAGMA temp.schema_version");
+    verifySchema_ = false;
     if (versions == schemaVersions_) return;
     translations_.clear();
+    statements_.clear();
     catalog_.invalidate();
     schemaVersions_ = versions;
 }
 
 dialect::SqliteTranslation SqliteConnection::translateTyped(const QString& tsql) {
+    if (!verifySchema_)
+        if (std::optional<dialect::SqliteTranslation> kept = translations_.find(tsql)) return std::move(*kept);
+    // A translation is made, so the schema versions are read: their cost is small beside it.
     forgetStaleTranslations();
+    const int absentBefore = catalog_.absentAnswers();
     try {
-        return translations_.translateTyped(tsql, catalog_);
+        dialect::SqliteTranslation translation = translations_.translateTyped(tsql, catalog_);
+        // A translation that found a table absent is not kept: another connection may make
+        // the table, and nothing here would notice.
+        if (catalog_.absentAnswers() != absentBefore) translations_.forget(tsql);
+        return translation;
     } catch (const dialect::SqlError& e) {
         throw DatabaseError(QString::fromUtf8(e.what()), e.kind());
     }
@@ -371,26 +433,79 @@ QString SqliteConnection::translate(const QString& tsql) {
 }
 
 TextOutcome SqliteConnection::run(const QString& sql) {
-    TextOutcome outcome;
-    const dialect::SqliteTranslation translation = translateTyped(sql);
-    engineErrorsAsDatabaseErrors(
-        [&] { runStatements(translation.sql.toUtf8(), outcome, translation.resultKinds, translation.resultScales); });
-    return outcome;
+    for (bool mayRetry = true;; mayRetry = false) {
+        TextOutcome outcome;
+        const int definitionsBefore = definitionsPrepared_;
+        const dialect::SqliteTranslation translation = translateTyped(sql);
+        try {
+            engineErrorsAsDatabaseErrors([&] {
+                // The literals as parameters: one prepared statement serves every value. A text
+                // of several statements, one SQLite refuses parameters in, or one whose column
+                // names would show them runs with its literals.
+                const QByteArray lifted = translation.parameterizedSql.toUtf8();
+                if (!lifted.isEmpty() && !literalsKept_.contains(lifted)) {
+                    try {
+                        runStatements(lifted, outcome, mayRetry, &translation.parameters, translation.resultKinds,
+                                      translation.resultScales);
+                        return;
+                    } catch (const LiteralsNeeded&) {
+                        if (literalsKept_.size() >= StatementCache::kCapacity * 8) literalsKept_.clear();
+                        literalsKept_.insert(lifted);
+                    }
+                }
+                runStatements(translation.sql.toUtf8(), outcome, mayRetry, nullptr, translation.resultKinds,
+                              translation.resultScales);
+            });
+        } catch (const SchemaMoved&) {
+            continue;
+        } catch (...) {
+            // A text that failed may fail for a schema that has changed since: it is translated again.
+            translations_.forget(sql);
+            if (definitionsPrepared_ != definitionsBefore) verifySchema_ = true;
+            throw;
+        }
+        if (definitionsPrepared_ != definitionsBefore) verifySchema_ = true;
+        return outcome;
+    }
 }
 
 // lastResultKinds types the computed columns of the text's last statement (a sum of money
 // is money), as the T-SQL made them.
-void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcome,
-                                     const std::vector<dialect::ColumnKind>& lastResultKinds,
+// A text of one statement keeps it prepared for the next run of the same text. mayRetry lets
+// a statement that found the schema changed before anything was written end the run with
+// SchemaMoved, to be translated again. With parameters, the text is one statement whose
+// parameters take those values; LiteralsNeeded before anything runs when it cannot be.
+void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcome, bool mayRetry,
+                                     const QStringList* parameters, const std::vector<dialect::ColumnKind>& lastResultKinds,
                                      const std::vector<int>& lastResultScales) {
     const char* next = text.constData();
     const char* const end = next + text.size();
     bool first = true;
     bool wrapped = false;
+    bool wrote = false;
     try {
         while (next < end) {
-            dialect::SqliteStatement stmt(db_, next, end);
+            const bool atStart = first;
+            sqlite3_stmt* kept = atStart ? statements_.take(text) : nullptr;
+            const int definitionsBefore = definitionsPrepared_;
+            const auto prepare = [&] {
+                if (kept) return dialect::SqliteStatement(db_, kept);
+                if (!parameters) return dialect::SqliteStatement(db_, next, end);
+                try {
+                    return dialect::SqliteStatement(db_, next, end);
+                } catch (const dialect::EngineError&) {
+                    throw LiteralsNeeded();
+                }
+            };
+            dialect::SqliteStatement stmt = prepare();
+            if (kept) next = end;
             if (!stmt) continue;
+            if (parameters) {
+                if (!kept && (!onlyBlanks(next, end) || namesShowParameter(stmt.get()))) throw LiteralsNeeded();
+                bindLiterals(stmt.get(), *parameters);
+            }
+            // Only a text that is one statement is kept, and not one that defines something.
+            const bool keep = kept || (atStart && onlyBlanks(next, end) && definitionsPrepared_ == definitionsBefore);
             sqlite3_stmt* s = stmt.get();
             const bool returnsRows = sqlite3_column_count(s) > 0;
             const bool readOnly = sqlite3_stmt_readonly(s) != 0;
@@ -410,6 +525,12 @@ void SqliteConnection::runStatements(const QByteArray& text, TextOutcome& outcom
             } else {
                 stmt.step();
             }
+            if (wasPreparedAgain(s)) {
+                verifySchema_ = true;
+                if (mayRetry && readOnly && !wrote) throw SchemaMoved();
+            }
+            wrote = wrote || !readOnly;
+            if (keep) statements_.put(text, stmt.release());
             if (!readOnly) {
                 // sqlite3_changes64 keeps the count of the last INSERT/UPDATE/DELETE, so a
                 // statement that changed nothing in total (DDL, or no matching rows) adds 0.
@@ -433,6 +554,7 @@ std::optional<QString> SqliteConnection::userTableName(const QString& name) {
         "select name from main.sqlite_master where type = 'table' and name = ?1 collate nocase "
         "and name not like 'sqlite\\_%' escape '\\'";
     const auto turn = lock();
+    verifySchema_ = true;  // SQLite may read a changed schema here, unseen by the caches
     return engineErrorsAsDatabaseErrors([&]() -> std::optional<QString> {
         dialect::SqliteStatement stmt(db_, sql);
         stmt.bind(1, name);
@@ -444,6 +566,7 @@ std::optional<QString> SqliteConnection::userTableName(const QString& name) {
 QStringList SqliteConnection::primaryKey(const QString& table) {
     static const char sql[] = "select name from pragma_table_info(?1) where pk > 0 order by pk";
     const auto turn = lock();
+    verifySchema_ = true;  // as in userTableName
     return engineErrorsAsDatabaseErrors([&] {
         dialect::SqliteStatement stmt(db_, sql);
         stmt.bind(1, table);
@@ -455,6 +578,7 @@ QStringList SqliteConnection::primaryKey(const QString& table) {
 
 std::vector<dialect::CatalogColumn> SqliteConnection::tableColumns(const QString& table) {
     const auto turn = lock();
+    verifySchema_ = true;  // as in userTableName
     return dialect::SqliteCatalog(db_).tableColumns(table).value_or(std::vector<dialect::CatalogColumn>{});
 }
 
@@ -470,7 +594,9 @@ std::unique_ptr<Cursor> SqliteConnection::runOpenCursor(const QString& sql) {
     auto stmt = engineErrorsAsDatabaseErrors([&] { return std::make_unique<dialect::SqliteStatement>(db_, next, end); });
     if (*stmt && onlyBlanks(next, end) && sqlite3_column_count(stmt->get()) > 0) {
         ResultShape shape = resultShape(stmt->get(), &translation.resultKinds, &translation.resultScales);
-        return std::make_unique<SqliteCursor>(*this, std::move(stmt), std::move(shape));
+        auto cursor = std::make_unique<SqliteCursor>(*this, std::move(stmt), std::move(shape));
+        if (cursor->reprepared()) verifySchema_ = true;
+        return cursor;
     }
     stmt.reset();
     return cursorOverRows(runQuery(sql));

@@ -4,8 +4,10 @@
 #include "dialect/sqlite_catalog.h"
 #include "platform/connection.h"
 
+#include <QSet>
 #include <QStringList>
 #include "connection_support.h"  // internal to the platform: by file name
+#include "statement_cache.h"
 
 
 struct sqlite3;
@@ -55,17 +57,27 @@ protected:
 private:
     TextOutcome run(const QString& sql);
     dialect::SqliteTranslation translateTyped(const QString& tsql);
-    void runStatements(const QByteArray& text, TextOutcome& outcome,
+    void runStatements(const QByteArray& text, TextOutcome& outcome, bool mayRetry, const QStringList* parameters,
                        const std::vector<dialect::ColumnKind>& lastResultKinds = {},
                        const std::vector<int>& lastResultScales = {});
     void forgetStaleTranslations();
     void execControl(const char* sql);
+    static int authorize(void* self, int action, const char*, const char*, const char*, const char*);
 
     sqlite3* db_;
     dialect::SqliteCatalog catalog_;
     // T-SQL text -> SQLite text, for the current schema.
     dialect::TranslationCache translations_;
-    qint64 schemaVersions_ = -1;            // main and temp schema versions the cache was built on
+    // Single statements by their SQLite text, for the current schema.
+    StatementCache statements_;
+    // Texts with parameters for their literals that run with the literals instead (see run).
+    QSet<QByteArray> literalsKept_;
+    qint64 schemaVersions_ = -1;            // main and temp schema versions the caches were built on
+    // The caches are trusted without reading the schema versions until something says the
+    // schema may have moved: a definition prepared here, a statement SQLite had to prepare
+    // again because another connection changed the schema, a lookup of the catalog outside them.
+    bool verifySchema_ = true;
+    int definitionsPrepared_ = 0;  // statements prepared here that define or drop something
 };
 
 }  // namespace kivdb

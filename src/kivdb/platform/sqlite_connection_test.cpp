@@ -2,10 +2,12 @@
 
 #include "platform/procedure_registry.h"
 #include "testing/connections.h"
+#include "testing/sqlite_database.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <functional>
 #include <future>
 #include <thread>
 
@@ -21,7 +23,7 @@ protected:
     }
 
     qlonglong noteCount() { return conn_->query("select count(*) from note").rows[0][0].toLongLong(); }
-    bool statementsLeft() { return sqlite3_next_stmt(conn_->handle(), nullptr) != nullptr; }
+    bool statementsLeft() { return testing::statementRunning(conn_->handle()); }
 
     testing::TemporaryDatabase db_;
     std::unique_ptr<SqliteConnection> conn_;
@@ -169,6 +171,95 @@ TEST_F(SqliteConnectionTest, FailuresCarrySqliteMessageAndLeaveNothingBehind) {
         EXPECT_FALSE(statementsLeft());
         EXPECT_FALSE(conn_->inTransaction());
         EXPECT_EQ(noteCount(), 1);
+    }
+}
+
+// The translations and prepared statements a connection keeps never answer for a schema
+// that has changed since, whoever changed it. '05' finds the integer 5 but not the text '5',
+// and a statement translated for an integer column would still find it in a text one.
+TEST_F(SqliteConnectionTest, KeptTranslationsFollowSchemaChanges) {
+    SqliteConnection other(db_.path, SqliteConnection::OpenMode::ExistingFile);
+    const auto retype = [](Connection& conn, const char* table) {
+        conn.execute(QStringLiteral("drop table %1; create table %1 (N varchar(10)); insert into %1 values ('5')").arg(table));
+    };
+    struct Case {
+        const char* why;
+        const char* setUp;
+        const char* statement;
+        std::function<void()> between;
+        QString before;
+        QString after;
+    } cases[] = {
+        {"another connection retypes the column", "create table Probe1 (N int); insert into Probe1 values (5)",
+         "select count(*) from Probe1 where N = '05'", [&] { retype(other, "Probe1"); }, "1", "0"},
+        {"this connection retypes it", "create table Probe2 (N int); insert into Probe2 values (5)",
+         "select count(*) from Probe2 where N = '05'", [&] { retype(*conn_, "Probe2"); }, "1", "0"},
+        {"a temporary table made again", "create table #Probe3 (N int); insert into #Probe3 values (5)",
+         "select count(*) from #Probe3 where N = '05'", [&] { retype(*conn_, "#Probe3"); }, "1", "0"},
+        // The statement was translated while its table did not exist.
+        {"another connection makes the table", "", "select count(*) from Probe4 where N = '05'",
+         [&] { other.execute("create table Probe4 (N varchar(10)); insert into Probe4 values ('5')"); }, "error", "0"},
+        // More statements than the connection keeps prepared run between the two.
+        {"the statement was dropped from the cache", "create table Probe5 (N int); insert into Probe5 values (5)",
+         "select count(*) from Probe5 where N = '05'",
+         [&] {
+             for (int i = 0; i <= StatementCache::kCapacity; ++i) conn_->query(QStringLiteral("select %1").arg(i));
+         },
+         "1", "1"},
+    };
+    const auto answer = [&](const char* statement) {
+        try {
+            return conn_->query(statement).rows[0][0].toString();
+        } catch (const DatabaseError&) {
+            return QStringLiteral("error");
+        }
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.why);
+        if (*c.setUp) conn_->execute(c.setUp);
+        EXPECT_EQ(answer(c.statement), c.before);
+        EXPECT_EQ(answer(c.statement), c.before);  // now from what the connection kept
+        c.between();
+        EXPECT_EQ(answer(c.statement), c.after);
+        EXPECT_FALSE(statementsLeft());
+    }
+}
+
+// A statement whose shape the connection has run before with other literals answers what a
+// connection that never saw the shape answers: the same rows, columns and column names.
+TEST_F(SqliteConnectionTest, StatementsOfOneShapeAnswerForTheirOwnLiterals) {
+    conn_->execute("insert into note (code, qty) values ('A1', 5); insert into note (code, qty) values ('B2', 7)");
+    struct Case {
+        const char* before;  // run first, on the same connection
+        const char* statement;
+    } cases[] = {
+        {"select qty from note where code = 'A1'", "select qty from note where code = 'B2'"},
+        {"select qty from note where code = 'A1'", "select qty from note where code = 'C3'"},
+        // A literal in the select list names its column.
+        {"select 'x1' + code from note where code = 'A1'", "select 'y2' + code from note where code = 'B2'"},
+        // Compared with a number, the text is converted when the statement is translated.
+        {"select code from note where qty = 'abc'", "select code from note where qty = '7'"},
+        {"select code from note where code like 'Z9'", "select code from note where code like 'B%'"},
+        {"update note set made = 'soon' where code = 'Q1'", "select code, made from note where code = 'A1'"},
+        {"select count(*) from note where code = 'A1' or code = 'Q1'", "select count(*) from note where code = 'A1' or code = 'B2'"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.statement);
+        try {
+            conn_->query(c.before);
+        } catch (const DatabaseError&) {
+            // Only its shape matters.
+        }
+        SqliteConnection fresh(db_.path, SqliteConnection::OpenMode::ExistingFile);
+        const RowSet expected = fresh.query(c.statement);
+        const RowSet rows = conn_->query(c.statement);
+        ASSERT_EQ(rows.columns.size(), expected.columns.size());
+        for (size_t i = 0; i < rows.columns.size(); ++i) {
+            EXPECT_EQ(rows.columns[i].name, expected.columns[i].name);
+            EXPECT_EQ(rows.columns[i].type, expected.columns[i].type);
+        }
+        EXPECT_EQ(rows.rows, expected.rows);
+        EXPECT_FALSE(statementsLeft());
     }
 }
 

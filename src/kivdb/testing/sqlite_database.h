@@ -12,6 +12,14 @@
 
 namespace kivdb::testing {
 
+// Whether a statement on the connection was stepped and not reset: one left running holds
+// the file's lock. Statements kept prepared for reuse, reset, do not count.
+inline bool statementRunning(sqlite3* db) {
+    for (sqlite3_stmt* s = sqlite3_next_stmt(db, nullptr); s; s = sqlite3_next_stmt(db, s))
+        if (sqlite3_stmt_busy(s)) return true;
+    return false;
+}
+
 class SqliteTestDb {
 public:
     SqliteTestDb() {
