@@ -87,7 +87,7 @@ TEST_F(CallCommand, ErrorsPrintOneLineAndExitWithOne) {
     } bad[] = {
         {{"NoSuchExport"}, unknown},
         // A name a typo away, or part of a name, is answered with the nearest names.
-        {{"IsSysNeedBachControl"}, QString(unknown) + "; nearest: IsSysNeedBatchControl, IsSysNeedLotControl, IsSysNeedSerialControl"},
+        {{"IsSysNeedBachControl"}, QString(unknown) + "; nearest: IsSysNeedBatchControl, IsSysNeedLotControl, IsPartNeedBatchControl"},
         {{"GetSysDigit"}, QString(unknown) + "; nearest: GetSysDigital"},
         {{"PostDataSet"}, unknown},                            // needs a live dataset
         {{"SelTableIntValue"}, {}},                            // missing argument

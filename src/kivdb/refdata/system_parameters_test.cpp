@@ -1,6 +1,7 @@
 // The installation's parameters and settings: each export reads its own row, and a missing
 // row or a null value gives the default.
 #include "kivdb/exports.h"
+#include "testing/answers.h"
 #include "testing/suite_database.h"
 #include "testing/test_database.h"
 
@@ -11,19 +12,10 @@
 namespace kivdb {
 namespace {
 
+using testing::Answer;
+using testing::answer;
 using testing::StatementRecorder;
-
-using Answer = std::function<QString(Connection&)>;
-
-QString text(bool b) { return b ? "1" : "0"; }
-QString text(int n) { return QString::number(n); }
-QString text(double d) { return QString::number(d); }
-QString text(const QString& s) { return s; }
-
-template <typename R>
-Answer answer(R (*ask)(Connection&)) {
-    return [ask](Connection& conn) { return text(ask(conn)); };
-}
+using testing::text;
 
 // Each parameter export against its name in its table: unset, set, then null.
 TEST(SystemParameters, EachExportReadsItsOwnParameter) {
