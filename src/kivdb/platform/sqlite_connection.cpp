@@ -396,6 +396,10 @@ void SqliteConnection::runCommit() {
 void SqliteConnection::runRollback() {
     if (!inTransaction()) throw noTransactionToRollBack();
     execControl("ROLLBACK");
+    // A rollback takes back what the transaction defined (sysobjects made on first use among
+    // it): kept statements may name what is gone, so they are prepared anew.
+    statements_.clear();
+    verifySchema_ = true;
 }
 
 void SqliteConnection::forgetStaleTranslations() {
