@@ -104,7 +104,9 @@ double lookups(kivdb_conn* conn, const std::vector<std::string>& statements) {
 
 void row(const char* what, double kivdb, double base, double aim) {
     const double ratio = kivdb / base;
-    std::printf("%-52s %9.2f µs %9.2f µs %7.2fx %6s%.1fx\n", what, kivdb, base, ratio, ratio <= aim ? "≤ " : "MISS ", aim);
+    // A row of the table bench/run gathers from every program.
+    std::printf("| %-44s | %13.2f µs | %13.2f µs | %6.2fx | %s%.1fx%s |\n", what, kivdb, base, ratio,
+                ratio <= aim ? "≤ " : "", aim, ratio <= aim ? "" : " MISS");
 }
 
 }  // namespace
