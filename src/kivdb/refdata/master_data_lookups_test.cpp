@@ -163,6 +163,13 @@ TEST(MasterDataLookups, Decisions) {
              "insert into pm_FQcCode (FqcCode) values ('F1')",
              "insert into po_IQcCode (IqcCode) values ('I1')",
              "insert into sl_orderDtl (RefNo, LineId) values (1, 1), (1, 3)",
+             "insert into Bs_ProdList (PartNo, Unit) values ('P2', 'PCS')",
+             "insert into Bs_PartUnit (PartNo, Unit, ExRate, Factor) values ('P2', 'BOX', 12, 0.5), ('P2', 'KG', null, null)",
+             "insert into St_onhand (PartNo, BatchNo, LotNo, Location, Qty) values ('P2', 'B1', '', 'WH1', 3), "
+             "('P2', 'B2', '', 'WH1', 4.5), ('P2', '', '', 'WH2', 2), ('P3', '', '', 'WH1', null)",
+             "insert into bs_PuPart (VendNo, PartNo, Price, TaxFlag, TaxRate, NeedIqc) values ('V1', 'P2', 8.5, 1, 13, 1), "
+             "('V1', 'P3', null, null, null, null)",
+             "insert into en_bom (ProdNo, Version, LineId, CompNo) values ('P1', 'A', 1, 'P2')",
          })
         conn->execute(QString::fromUtf8(sql));
     const struct {
@@ -214,6 +221,28 @@ TEST(MasterDataLookups, Decisions) {
         {answer(isCheckLotEffectInnerStk, ""), "1", "switch named with its trailing blank"},
         {answer(isCheckLotEffectDateInStk, " and paraValue = 0"), "0", "the caller's tail counts"},
         {answer(SalePriceType, ""), "2", "number set"},
+        {answer(PartUnitFactor, "P2", "BOX"), "0.5", "unit row: its factor"},
+        {answer(PartUnitSize, "P2", "BOX"), "12", "unit row: its rate"},
+        {answer(PartUnitFactor, "P2", "PCS"), "1", "the part's own unit"},
+        {answer(PartUnitSize, "P2", "PCS"), "1", "the part's own unit"},
+        {answer(PartUnitFactor, "P2", "KG"), "0", "unit row with null factor"},
+        {answer(PartUnitSize, "P2", "M"), "0", "unknown unit"},
+        {answer(GetPartOnhandQty, "P2", "WH1"), "7.5", "every batch at the location"},
+        {answer(GetPartOnhandQty, "P2", "WH3"), "0", "nothing at the location"},
+        {answer(GetPartOnhandQty, "P3", "WH1"), "0", "null quantity"},
+        {answer(PartStoreCount, "P2"), "9.5", "every location"},
+        {answer(PartStoreCount, "P9"), "0", "no stock"},
+        {answer(PartPoPrice, "V1", "P2"), "8.5", "vendor's price"},
+        {answer(PartPoTaxFlag, "V1", "P2"), "1", "price with tax"},
+        {answer(PartPoTaxRate, "V1", "P2"), "13", "vendor's rate"},
+        {answer(IsVendPartNeedIqc, "V1", "P2"), "1", "inspected on arrival"},
+        {answer(PartPoPrice, "V2", "P2"), "0", "another vendor"},
+        {answer(PartPoTaxFlag, "V1", "P3"), "0", "null flag"},
+        {answer(PartPoTaxRate, "V1", "P3"), "0", "null rate"},
+        {answer(IsVendPartNeedIqc, "V1", "P9"), "0", "no purchase row"},
+        {answer(IsProdHasBom, "P1"), "1", "component line"},
+        {answer(IsProdHasBom, "P2"), "0", "no component line"},
+        {answer(GetDefaultEmptyDate), "2", "1900-01-01"},
     };
     for (const auto& c : cases) EXPECT_EQ(c.ask(*conn), QString::fromUtf8(c.expected)) << c.what;
 }
