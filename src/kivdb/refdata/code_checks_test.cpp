@@ -18,7 +18,7 @@ struct MasterData {
     std::unique_ptr<Connection> conn = file.connect();
 
     MasterData() {
-        for (const char* sql : {
+        testing::executeAll(*conn, {
                  "insert into Bs_Depart (DepartNo) values ('D1'), ('')",
                  "insert into Bs_User (UserId) values ('U1')",
                  "insert into Bs_Customer (CustNo) values ('C1')",
@@ -39,8 +39,7 @@ struct MasterData {
                  "insert into en_WcEquip (WcNo, EquipNo) values ('WC1', 'EQ1'), ('WC2', 'EQ2')",
                  "insert into ac_subject (SubId, EndLevel, SpecType) values ('1002', 1, 1), ('1009', 1, 2), "
                  "('1001', 1, 3), ('10', 0, 1), ('1003', 1, null)",
-             })
-            conn->execute(QString::fromUtf8(sql));
+        });
     }
 };
 

@@ -136,7 +136,7 @@ TEST(MasterDataLookups, EachExportReadsItsRow) {
 TEST(MasterDataLookups, Decisions) {
     testing::SuiteDatabaseFile file;
     const auto conn = file.connect();
-    for (const char* sql : {
+    testing::executeAll(*conn, {
              "insert into AC_Currency (Currency, CalMode, ExRate, LoCurFlag) values ('RMB', '*', 1, 1), "
              "('USD', '*', 6.5, 0), ('EUR', '/', 0.125, 0), ('JPY', '*', 0, 0)",
              "insert into Bs_ProdList (PartNo, PartName, Price, TaxRate) values ('P1', '螺栓', 30, 17)",
@@ -170,8 +170,7 @@ TEST(MasterDataLookups, Decisions) {
              "insert into bs_PuPart (VendNo, PartNo, Price, TaxFlag, TaxRate, NeedIqc) values ('V1', 'P2', 8.5, 1, 13, 1), "
              "('V1', 'P3', null, null, null, null)",
              "insert into en_bom (ProdNo, Version, LineId, CompNo) values ('P1', 'A', 1, 'P2')",
-         })
-        conn->execute(QString::fromUtf8(sql));
+    });
     const struct {
         Answer ask;
         const char* expected;

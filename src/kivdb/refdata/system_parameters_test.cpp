@@ -127,7 +127,7 @@ TEST(SystemParameters, SettingsStoredElsewhere) {
     testing::SuiteDatabaseFile emptyFile, fullFile;
     const auto empty = emptyFile.connect();
     const auto full = fullFile.connect();
-    for (const char* sql : {
+    testing::executeAll(*full, {
              "insert into Bs_BillSet (BillId, AllowNegQty, CheckNoteNo, NeedOpId, VerBackUp) "
              "values (5, 1, 0, 1, 0), (6, 0, 1, 0, 1), (7, null, null, null, null)",
              "insert into bs_Customer (CustNo, SaleByTax) values ('C1', 1), ('C2', null)",
@@ -135,8 +135,7 @@ TEST(SystemParameters, SettingsStoredElsewhere) {
              "insert into s_ModInsted (AcctModInsted, TaxModInsted, PayModInsted, ProdModInsted) "
              "values (1, 0, 1, 0), (0, 1, 0, 1)",
              "insert into bs_sysPar (CostPerHour) values (18.5)",
-         })
-        full->execute(QString::fromUtf8(sql));
+    });
     const struct {
         Answer ask;
         bool empty;  // on the tables without rows

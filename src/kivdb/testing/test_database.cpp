@@ -2,9 +2,13 @@
 
 namespace kivdb::testing {
 
+void executeAll(Connection& conn, const QStringList& statements) {
+    for (const QString& statement : statements) conn.execute(statement);
+}
+
 std::unique_ptr<Connection> memoryDatabase(const QStringList& setup) {
     auto conn = Connection::open(QStringLiteral("sqlite::memory:"));
-    for (const QString& statement : setup) conn->execute(statement);
+    executeAll(*conn, setup);
     return conn;
 }
 

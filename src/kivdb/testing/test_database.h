@@ -10,6 +10,8 @@ namespace kivdb::testing {
 
 // A fresh in-memory embedded database after running the given T-SQL statements.
 std::unique_ptr<Connection> memoryDatabase(const QStringList& setup = {});
+// Runs the statements in order on the connection.
+void executeAll(Connection& conn, const QStringList& statements);
 
 // Records statements ("SQL text") and procedure calls ("PROC name") while it lives, as the
 // library sent them: what an embedded procedure runs inside is left out.
